@@ -1,0 +1,24 @@
+# r4_add_test(NAME <name> RING <unit|system> SOURCES <files...>
+#             [LIBRARIES <targets...>] [LABELS <more labels...>] [TIMEOUT <seconds>])
+#
+# One QtTest program, registered with ctest under the label of its ring. It runs
+# on the offscreen platform and may take TIMEOUT seconds (60 unless given)
+# before it counts as hung.
+find_package(Qt5 5.15 REQUIRED COMPONENTS Test)
+
+function(r4_add_test)
+    cmake_parse_arguments(TEST "" "NAME;RING;TIMEOUT" "SOURCES;LIBRARIES;LABELS" ${ARGN})
+    if(NOT TEST_TIMEOUT)
+        set(TEST_TIMEOUT 60)
+    endif()
+    add_executable(${TEST_NAME} ${TEST_SOURCES})
+    set_target_properties(${TEST_NAME} PROPERTIES
+        AUTOMOC ON
+        RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
+    target_link_libraries(${TEST_NAME} PRIVATE ${TEST_LIBRARIES} Qt5::Test r4_warnings)
+    add_test(NAME ${TEST_NAME} COMMAND ${TEST_NAME})
+    set_tests_properties(${TEST_NAME} PROPERTIES
+        LABELS "${TEST_RING};${TEST_LABELS}"
+        TIMEOUT ${TEST_TIMEOUT}
+        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;TZ=UTC")
+endfunction()

@@ -1,0 +1,1 @@
+#include "tessel_core/io/file_archive.h"

@@ -1,0 +1,1 @@
+#include "tessel_core/log_file.h"

@@ -1,0 +1,1 @@
+#include "tessel_core/recursive_mutex.h"

@@ -1,0 +1,1 @@
+#include "tessel_core/shared_client_info.h"

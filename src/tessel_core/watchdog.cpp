@@ -1,0 +1,1 @@
+#include "tessel_core/watchdog.h"

@@ -1,0 +1,1 @@
+#include "support/kernel_fakes.h"

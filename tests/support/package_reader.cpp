@@ -1,0 +1,1 @@
+#include "support/package_reader.h"
