@@ -8,8 +8,7 @@
 #include <cstddef>
 #include <type_traits>
 
-namespace Tessel
-{
+namespace Tessel {
 
 /**
  * The block of shared memory through which the appliance's main application
