@@ -1,0 +1,89 @@
+#pragma once
+
+#include <QApplication>
+#include <QDateTime>
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+
+namespace Tessel {
+class TalvorinWatchdog;
+}
+
+/**
+ * The crash reporter's own flow, from the command line to its end action: reads
+ * and deletes the crash data file named by argument 1, then either saves a
+ * package and reboots at once or leaves the decision to the operator, or to the
+ * countdown. Feeds the hardware watchdog for as long as its event loop turns.
+ *
+ * Everything runs on the GUI thread. The end actions are real: this object
+ * unmounts "/user_data/" and reboots the machine it runs on.
+ */
+class R4CrashReporterApplication : public QApplication
+{
+    Q_OBJECT
+
+public:
+    /** Starts feeding the watchdog, prints "connected" and posts the launch event. */
+    R4CrashReporterApplication(int &argc, char **argv);
+    /** Unmounts "/user_data/", whatever happened before. */
+    ~R4CrashReporterApplication() override;
+
+    /** Offers to save an unsaved report, then unmounts "/user_data/" and reboots. True. */
+    bool restart();
+    /**
+     * Offers to save an unsaved report, then unmounts "/user_data/" unless no
+     * crash was handled. Never powers off: the process stays until the operator
+     * switches the power off. True.
+     */
+    bool shutdown();
+    /** shutdown() under its own trace line. True. */
+    bool exitReporter();
+
+    /**
+     * Saves a package under the first free number in "/user_data/crash_dumps/".
+     * Counts as handled even after a failure, which only qDebug hears of. True.
+     */
+    bool autoSaveCrashReport();
+    /** Asks whether to save an unsaved report on internal storage. Runs a nested event loop. */
+    void askToSaveCrashReport();
+    /** Proves that a package can be built for mailing, and deletes it again. False. */
+    bool sendCrashReport();
+    /** writeDumpPackage() of this crash. Success clears the unsaved mark. */
+    bool createDumpPackage(const QString &path);
+
+    /** Decides, once the crash data is read, whether an operator is expected. */
+    void crashReported();
+    /** Stops the countdown; nothing when none runs. */
+    void cancelAutoAction();
+
+    /** Lets every key and mouse press, and every real mouse movement, stop the countdown. */
+    bool notify(QObject *receiver, QEvent *event) override;
+
+protected:
+    bool event(QEvent *event) override;
+    void timerEvent(QTimerEvent *event) override;
+
+private:
+    void setUpWatchdog();
+    void launch();
+    void readCrashFile(const QString &path);
+    void saveAndRestart();
+    void startCountdown(qint32 seconds);
+    void countDown();
+    void pointerMoved(QPoint position);
+    void unmountUserData();
+    void rebootSystem();
+
+    bool awaitingReport = true;
+    bool reportUnsaved = false;
+    qint32 autoActionTimerId = 0;
+    qint32 autoActionSecondsLeft = 0;
+    QString dumpFilePath;
+    QDateTime crashTime;
+    QStringList outputLog;
+    qint32 watchdogTimerId = 0;
+    std::unique_ptr<Tessel::TalvorinWatchdog> watchdog;
+    bool unmounting = false;
+};
