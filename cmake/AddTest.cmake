@@ -1,13 +1,15 @@
 # r4_add_test(NAME <name> RING <unit|system> SOURCES <files...>
-#             [LIBRARIES <targets...>] [LABELS <more labels...>] [TIMEOUT <seconds>])
+#             [LIBRARIES <targets...>] [LABELS <more labels...>] [TIMEOUT <seconds>]
+#             [SANDBOXED])
 #
 # One QtTest program, registered with ctest under the label of its ring. It runs
 # on the offscreen platform and may take TIMEOUT seconds (60 unless given)
-# before it counts as hung.
+# before it counts as hung. SANDBOXED runs it in the sandbox, for tests whose
+# product paths ("/user_data") or shared memory must not be the machine's own.
 find_package(Qt5 5.15 REQUIRED COMPONENTS Test)
 
 function(r4_add_test)
-    cmake_parse_arguments(TEST "" "NAME;RING;TIMEOUT" "SOURCES;LIBRARIES;LABELS" ${ARGN})
+    cmake_parse_arguments(TEST "SANDBOXED" "NAME;RING;TIMEOUT" "SOURCES;LIBRARIES;LABELS" ${ARGN})
     if(NOT TEST_TIMEOUT)
         set(TEST_TIMEOUT 60)
     endif()
@@ -16,7 +18,12 @@ function(r4_add_test)
         AUTOMOC ON
         RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
     target_link_libraries(${TEST_NAME} PRIVATE ${TEST_LIBRARIES} Qt5::Test r4_warnings)
-    add_test(NAME ${TEST_NAME} COMMAND ${TEST_NAME})
+    set(wrapper "")
+    if(TEST_SANDBOXED)
+        set(wrapper ${CMAKE_SOURCE_DIR}/tools/sandbox --ro-bind ${CMAKE_BINARY_DIR}
+                    --env R4_SANDBOX=1 --)
+    endif()
+    add_test(NAME ${TEST_NAME} COMMAND ${wrapper} $<TARGET_FILE:${TEST_NAME}>)
     set_tests_properties(${TEST_NAME} PROPERTIES
         LABELS "${TEST_RING};${TEST_LABELS}"
         TIMEOUT ${TEST_TIMEOUT}
