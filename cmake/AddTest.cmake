@@ -6,7 +6,13 @@
 # on the offscreen platform and may take TIMEOUT seconds (60 unless given)
 # before it counts as hung. SANDBOXED runs it in the sandbox, for tests whose
 # product paths ("/user_data") or shared memory must not be the machine's own.
+#
+# The programs of a label are built by the target tests_<label>.
 find_package(Qt5 5.15 REQUIRED COMPONENTS Test)
+
+foreach(label unit system threads)
+    add_custom_target(tests_${label})
+endforeach()
 
 function(r4_add_test)
     cmake_parse_arguments(TEST "SANDBOXED" "NAME;RING;TIMEOUT" "SOURCES;LIBRARIES;LABELS" ${ARGN})
@@ -18,6 +24,9 @@ function(r4_add_test)
         AUTOMOC ON
         RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
     target_link_libraries(${TEST_NAME} PRIVATE ${TEST_LIBRARIES} Qt5::Test r4_warnings)
+    foreach(label ${TEST_RING} ${TEST_LABELS})
+        add_dependencies(tests_${label} ${TEST_NAME})
+    endforeach()
     set(wrapper "")
     if(TEST_SANDBOXED)
         set(wrapper ${CMAKE_SOURCE_DIR}/tools/sandbox --ro-bind ${CMAKE_BINARY_DIR}

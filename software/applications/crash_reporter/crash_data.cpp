@@ -1,6 +1,7 @@
 #include "crash_reporter/crash_data.h"
 
 #include <QDataStream>
+#include <QIODevice>
 
 namespace {
 
@@ -15,6 +16,29 @@ T readField(QDataStream &stream)
     T value;
     stream >> value;
     return stream.status() == QDataStream::Ok ? value : T();
+}
+
+/**
+ * Whether the date-time that comes next is in a zone whose name leads out of the
+ * zone database. Qt opens such a name like any other file, and opening a pipe waits
+ * for ever. A name that is cut or longer than any real one counts as leading out.
+ */
+bool leavesZoneDatabase(QIODevice &device)
+{
+    constexpr qint64 longestZone = 1024;
+    QDataStream ahead(device.peek(longestZone));
+    QDate date;
+    QTime time;
+    qint8 spec = Qt::LocalTime;
+    ahead >> date >> time >> spec;
+    if (ahead.status() != QDataStream::Ok || spec != Qt::TimeZone)
+        return false;
+
+    QString zone;
+    ahead >> zone;
+    if (zone == QLatin1String("OffsetFromUtc")) // Qt looks up the name that follows first
+        ahead >> zone;
+    return ahead.status() != QDataStream::Ok || zone.contains(QLatin1String(".."));
 }
 
 /**
@@ -45,6 +69,8 @@ CrashData readCrashData(QIODevice &device)
     QDataStream stream(&device);
     CrashData data;
     data.dumpFilePath = readField<QString>(stream);
+    if (leavesZoneDatabase(device))
+        return data;
     data.crashTime = readField<QDateTime>(stream);
     data.outputLog = readLines(stream);
     return data;

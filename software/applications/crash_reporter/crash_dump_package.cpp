@@ -2,6 +2,7 @@
 
 #include "tessel_core/io/file_archive.h"
 #include "tessel_core/io/file_sync.h"
+#include "tessel_core/io/write_behind_file.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -52,7 +53,7 @@ bool writeDumpPackage(const QString &path, const QString &dumpFilePath,
     }
 
     QFile::remove(path);
-    QFile output(path);
+    WriteBehindFile output(path);
     FileArchive archive;
     if (!output.open(QIODevice::WriteOnly | QIODevice::Unbuffered) ||
         !archive.open(FileArchive::OpenMode::Write, &output, FileArchive::Format::TarGzip)) {

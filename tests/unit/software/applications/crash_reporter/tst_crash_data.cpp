@@ -2,8 +2,12 @@
 
 #include <QBuffer>
 #include <QDataStream>
+#include <QFile>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTimeZone>
+
+#include <sys/stat.h>
 
 namespace {
 
@@ -59,6 +63,8 @@ private slots:
     void aNullPathIsNull();
     void hostileBytes_data();
     void hostileBytes();
+    void aZoneOutsideTheDatabaseIsNeverOpened_data();
+    void aZoneOutsideTheDatabaseIsNeverOpened();
     void anOversizedCountKeepsTheFieldsBeforeIt();
     void aForeignVersionOrByteOrderReadsAsGarbage();
     void aClosedDeviceGivesNullFields();
@@ -206,6 +212,35 @@ void CrashDataTest::hostileBytes()
     const CrashData data = read(bytes);
     QTEST(data.dumpFilePath.isNull(), "pathIsNull");
     QTEST(data.crashTime.isNull(), "timeIsNull");
+    QCOMPARE(data.outputLog, QStringList());
+}
+
+void CrashDataTest::aZoneOutsideTheDatabaseIsNeverOpened_data()
+{
+    QTest::addColumn<QStringList>("zone");
+    const QString outside = QStringLiteral("../../..%1");
+    QTest::newRow("by name") << QStringList{outside};
+    QTest::newRow("behind an offset") << QStringList{QStringLiteral("OffsetFromUtc"), outside};
+}
+
+void CrashDataTest::aZoneOutsideTheDatabaseIsNeverOpened()
+{
+    // Whoever opens this pipe waits for ever.
+    const QTemporaryDir scratch;
+    const QString pipe = scratch.filePath(QStringLiteral("pipe"));
+    QCOMPARE(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+
+    QFETCH(QStringList, zone);
+    QByteArray bytes;
+    QDataStream stream(&bytes, QIODevice::WriteOnly);
+    stream << dumpPath << crashTime.date() << crashTime.time() << qint8(Qt::TimeZone);
+    for (const QString &name : qAsConst(zone))
+        stream << (name.contains(QLatin1Char('%')) ? name.arg(pipe) : name);
+    stream << qint32(0) << QString() << QString() << qint32(0) << QString() << outputLog;
+
+    const CrashData data = read(bytes);
+    QCOMPARE(data.dumpFilePath, dumpPath);
+    QVERIFY(data.crashTime.isNull());
     QCOMPARE(data.outputLog, QStringList());
 }
 

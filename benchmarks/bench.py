@@ -1,0 +1,164 @@
+#!/usr/bin/env python3
+"""Compares the shipped program with its peers, run by turns; see docs/benchmarks.md.
+
+Started by scripts/bench, which builds everything first. Figures are for reading:
+only a run that went wrong makes this fail.
+"""
+import argparse
+import hashlib
+import os
+import platform
+import statistics
+import tarfile
+
+import core_image
+import runs
+
+MEBIBYTE = core_image.MEBIBYTE
+
+
+def by_turns(candidates, rounds):
+    """Runs the named candidates A B C, C B A, A B C ...: what drifts, drifts for all.
+
+    One round more is run first and forgotten: it fills the caches.
+    """
+    samples = {name: [] for name in candidates}
+    for number in range(rounds + 1):
+        names = list(candidates) if number % 2 else list(reversed(candidates))
+        for name in names:
+            usage = candidates[name]()
+            if number > 0:
+                samples[name].append(usage)
+    return samples
+
+
+def values(samples, field):
+    return [getattr(usage, field) for usage in samples]
+
+
+def summary(figures, digits=3):
+    return f"{statistics.median(figures):9.{digits}f}  ({min(figures):.{digits}f} to {max(figures):.{digits}f})"
+
+
+class Table:
+    """Lines for the screen and for the file of results."""
+
+    def __init__(self):
+        self.lines = []
+
+    def add(self, line=""):
+        print(line, flush=True)
+        self.lines.append(line)
+
+    def head(self, title):
+        self.add()
+        self.add(title)
+
+    def row(self, name, text):
+        self.add(f"  {name:<50}{text}")
+
+    def figures(self, name, figures, digits=3):
+        self.row(name, summary(figures, digits))
+
+    def ratio(self, name, ours, theirs):
+        """The median of the ratios of each round, not the ratio of the medians."""
+        self.row(name, summary([a / b for a, b in zip(ours, theirs)], 3))
+
+
+def first_package(dump, log):
+    """Packs once, for the report document inside and to see that the dump survives."""
+    runs.reporter(dump, log)
+    package = runs.PLACE / "user_data" / "crash_dumps" / "Crash Report 0.cdp"
+    report = runs.PLACE / "report.xml"
+    with tarfile.open(package) as archive:
+        report.write_bytes(archive.extractfile("report.xml").read())
+        packed = hashlib.file_digest(archive.extractfile(dump.name), "sha256").digest()
+    with open(dump, "rb") as file:
+        if hashlib.file_digest(file, "sha256").digest() != packed:
+            raise RuntimeError("the dump in the package is not the dump")
+    return runs.Files(dump, report, log)
+
+
+def packaging(table, files, rounds):
+    samples = by_turns(
+        {
+            "reporter": lambda: runs.reporter(files.dump, files.log),
+            "bsdtar": lambda: runs.bsdtar(files, synced=False),
+            "bsdtar, synced": lambda: runs.bsdtar(files, synced=True),
+        },
+        rounds,
+    )
+    for field, unit in (("wall", "wall seconds"), ("cpu", "CPU seconds, user and system")):
+        table.head(f"Packaging a core image of {files.dump.stat().st_size // MEBIBYTE} MiB: {unit}, {rounds} rounds")
+        for name, usages in samples.items():
+            table.figures(name, values(usages, field))
+        for peer in ("bsdtar", "bsdtar, synced"):
+            table.ratio(f"reporter / {peer}", values(samples["reporter"], field), values(samples[peer], field))
+    table.head("Packaging: size of the package in bytes")
+    for name, usages in samples.items():
+        table.row(name, f"{usages[0].output:9d}")
+
+
+def memory(table, images, log, missing, rounds):
+    candidates = {"nothing to pack": lambda: runs.reporter(missing, log)}
+    for name, dump in images.items():
+        candidates[f"dump of {name}"] = lambda dump=dump: runs.reporter(dump, log)
+    samples = by_turns(candidates, rounds)
+    table.head(f"Memory: peak resident size in MiB, {rounds} rounds")
+    idle = values(samples["nothing to pack"], "peak")
+    for name, usages in samples.items():
+        table.figures(name, values(usages, "peak"), 1)
+    for name in list(samples)[1:]:
+        above = [a - b for a, b in zip(values(samples[name], "peak"), idle)]
+        table.figures(f"{name}, above nothing to pack", above, 1)
+
+
+def start_up(table, files, missing, rounds):
+    samples = by_turns(
+        {
+            "bare window, to painted": runs.bare_window,
+            "reporter, nothing to pack, to reboot": lambda: runs.reporter(missing, files.log),
+            "reporter, dump of 1 MiB, to reboot": lambda: runs.reporter(files.dump, files.log),
+            "bsdtar of the same files, synced": lambda: runs.bsdtar(files, synced=True),
+        },
+        rounds,
+    )
+    walls = {name: [1000 * wall for wall in values(usages, "wall")] for name, usages in samples.items()}
+    bare, nothing, one, peer = walls.values()
+    table.head(f"From exec to the end: wall milliseconds, {rounds} rounds")
+    for name, figures in walls.items():
+        table.figures(name, figures, 1)
+    table.figures("packaging itself: dump of 1 MiB less nothing", [a - b for a, b in zip(one, nothing)], 1)
+    table.ratio("reporter, nothing to pack / bare window", nothing, bare)
+    allowed = [1.3 * window + tar for window, tar in zip(bare, peer)]
+    table.ratio("reporter, 1 MiB / (1.3 bare windows and bsdtar)", one, allowed)
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("--rounds", type=int, default=7, help="rounds of the long comparison (7)")
+    arguments = parser.parse_args()
+    rounds = arguments.rounds
+
+    runs.PLACE.mkdir(parents=True, exist_ok=True)
+    images = {name: runs.PLACE / f"{name.replace(' ', '')}.core" for name in ("1 MiB", "256 MiB", "1024 MiB")}
+    for name, path in images.items():
+        core_image.write_core_image(path, int(name.split()[0]) * MEBIBYTE)
+    log = runs.PLACE / "r4.log"
+    log.write_text("".join(f"2026-11-21 14:30:05.{n % 1000:03} axis {n % 6} ready\n" for n in range(4000)))
+    missing = runs.PLACE / "missing.core"
+
+    table = Table()
+    table.add(f"{os.cpu_count()} cores, load {os.getloadavg()[0]:.1f} at the start, Linux {platform.release()}")
+    table.add("median (least to most); a ratio is the median of the rounds' ratios")
+    packaging(table, first_package(images["256 MiB"], log), rounds)
+    memory(table, {name: images[name] for name in ("1 MiB", "1024 MiB")}, log, missing, 2)
+    start_up(table, first_package(images["1 MiB"], log), missing, 4 * rounds)
+    table.head(f"Load {os.getloadavg()[0]:.1f} at the end")
+    (runs.PLACE / "results.txt").write_text("\n".join(table.lines) + "\n")
+    for path in images.values():
+        path.unlink()
+
+
+if __name__ == "__main__":
+    main()
