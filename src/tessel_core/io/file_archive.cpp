@@ -127,7 +127,7 @@ bool FileArchive::openDeviceForReading(QIODevice *device, Format format)
     archive_read_set_seek_callback(handle, seekDevice);
     const int result =
         archive_read_open2(handle, io.get(), openDevice, readDevice, nullptr, closeDevice);
-    return finishOpen(result == ARCHIVE_OK, false);
+    return finishOpen(result, OpenMode::Read);
 }
 
 bool FileArchive::openDeviceForWriting(QIODevice *device, Format format,
@@ -142,7 +142,7 @@ bool FileArchive::openDeviceForWriting(QIODevice *device, Format format,
         return false;
     const int result =
         archive_write_open(handle, io.get(), openDevice, writeOrDiscard, closeDevice);
-    return finishOpen(result == ARCHIVE_OK, true);
+    return finishOpen(result, OpenMode::Write);
 }
 
 bool FileArchive::openForReading(ReadFunction read, Format format)
@@ -156,7 +156,7 @@ bool FileArchive::openForReading(ReadFunction read, Format format)
         return false;
     const int result =
         archive_read_open2(handle, io.get(), nullptr, readThroughFunction, nullptr, nullptr);
-    return finishOpen(result == ARCHIVE_OK, false);
+    return finishOpen(result, OpenMode::Read);
 }
 
 bool FileArchive::openForWriting(WriteFunction write, Format format, CompressionMode compression)
@@ -169,7 +169,7 @@ bool FileArchive::openForWriting(WriteFunction write, Format format, Compression
     if (handle == nullptr)
         return false;
     const int result = archive_write_open(handle, io.get(), nullptr, writeOrDiscard, nullptr);
-    return finishOpen(result == ARCHIVE_OK, true);
+    return finishOpen(result, OpenMode::Write);
 }
 
 void FileArchive::startSession(QIODevice *device)
@@ -186,10 +186,10 @@ void FileArchive::startSession(QIODevice *device)
 }
 
 /** Keeps the handle of a successful open and frees that of a failed one. */
-bool FileArchive::finishOpen(bool opened, bool forWriting)
+bool FileArchive::finishOpen(int result, OpenMode mode)
 {
-    if (opened) {
-        writing = forWriting;
+    if (result == ARCHIVE_OK) {
+        writing = mode == OpenMode::Write;
         return true;
     }
     recordFailure();

@@ -5,8 +5,10 @@
 #include <QtGlobal>
 
 #include <cstddef>
+#include <ctime>
 #include <functional>
 #include <memory>
+#include <optional>
 
 class QByteArray;
 class QIODevice;
@@ -79,6 +81,10 @@ public:
      *
      * Writing in a combination formatSupportsCompressionMode() denies is a
      * programming error and aborts the process; reading ignores `compression`.
+     *
+     * A Tar that starts part-way into a device can be extracted, but not listed past
+     * an entry of more than 64 KiB: the library seeks over those, and the seek
+     * answers in positions of the device.
      */
     bool open(OpenMode mode, QIODevice *device, Format format,
               CompressionMode compression = CompressionMode::Default);
@@ -176,12 +182,12 @@ private:
     bool openDeviceForReading(QIODevice *device, Format format);
     bool openDeviceForWriting(QIODevice *device, Format format, CompressionMode compression);
     void startSession(QIODevice *device);
-    bool finishOpen(bool opened, bool forWriting);
+    bool finishOpen(int result, OpenMode mode);
     bool recordFailure();
     bool canRead() const;
     bool canWrite() const;
     bool writeHeader(const QString &name, unsigned int type, unsigned int permissions, qint64 size,
-                     bool datedNow = false);
+                     std::optional<std::time_t> date = {});
     qint64 copyFrom(QIODevice &source);
     void account(quint64 bytes);
 

@@ -38,7 +38,8 @@ bool FileArchive::addEmptyFile(const QString &name)
 
 bool FileArchive::addData(const QByteArray &data, const QString &name)
 {
-    if (!canWrite() || !writeHeader(name, AE_IFREG, filePermissions, data.size(), true))
+    if (!canWrite() ||
+        !writeHeader(name, AE_IFREG, filePermissions, data.size(), std::time(nullptr)))
         return false;
     const auto size = static_cast<size_t>(data.size());
     const la_ssize_t taken = archive_write_data(handle, data.constData(), size);
@@ -123,7 +124,7 @@ bool FileArchive::add(const QString &path)
 }
 
 bool FileArchive::writeHeader(const QString &name, unsigned int type, unsigned int permissions,
-                              qint64 size, bool datedNow)
+                              qint64 size, std::optional<std::time_t> date)
 {
     const EntryPtr entry(archive_entry_new());
     if (entry == nullptr || name.isEmpty())
@@ -132,10 +133,9 @@ bool FileArchive::writeHeader(const QString &name, unsigned int type, unsigned i
     archive_entry_set_filetype(entry.get(), type);
     archive_entry_set_perm(entry.get(), permissions);
     archive_entry_set_size(entry.get(), size);
-    if (datedNow) {
-        const std::time_t now = std::time(nullptr);
-        archive_entry_set_birthtime(entry.get(), now, 0);
-        archive_entry_set_mtime(entry.get(), now, 0);
+    if (date) {
+        archive_entry_set_birthtime(entry.get(), *date, 0);
+        archive_entry_set_mtime(entry.get(), *date, 0);
     }
     // A warning, such as a name the C locale cannot express, leaves a good entry.
     const int result = archive_write_header(handle, entry.get());

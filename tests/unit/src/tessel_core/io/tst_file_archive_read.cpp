@@ -208,6 +208,15 @@ void FileArchiveReadTest::theAbsoluteSeekResultKeepsPlainTarsPartWayInFromSkippi
     // Skipping 64 KiB or more is a seek, whose result the library compares with its own count.
     QVERIFY(!list(before + archiveOf(fill, Format::Tar), Format::Tar, names, before.size()));
     QCOMPARE(names, QStringList{QStringLiteral("large")});
+
+    QByteArray bytes = before + archiveOf(fill, Format::Tar);
+    QBuffer buffer(&bytes);
+    QVERIFY(buffer.open(QIODevice::ReadOnly) && buffer.seek(before.size()));
+    FileArchive archive;
+    QVERIFY(archive.open(Mode::Read, &buffer, Format::Tar));
+    const QTemporaryDir scratch;
+    QVERIFY2(archive.extractAll(scratch.path()), "what is read needs no seek");
+    QCOMPARE(readFile(scratch.filePath(QStringLiteral("large"))), noise(200000));
 }
 
 void FileArchiveReadTest::readsAtMost1024BytesAtOnce()
