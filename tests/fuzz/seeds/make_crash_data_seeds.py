@@ -161,6 +161,10 @@ SEEDS = {
     "block_serial_not_ascii": seed(crash(), block(serial=bytes(range(0x7F, 0xBE)))),
     "block_device_type_unknown": seed(crash(), block(device=8)),
     "block_cut": b"\1" + block()[:100],
+    # Found by the fuzzer.
+    "string_read_in_two_steps": bytes.fromhex("00000000000018002f007600610072002f002e000000006434727500ffffff49611006e17500b6031c96c2030000001a004f0066006600730065007400")
+    + b">" * 101
+    + bytes.fromhex("460072006f006d005500740063ffaf"),
     "comments_longer_than_input": b"\0\xff\xff" + utf16("a") * 3,
     "comments_of_odd_size": b"\0\0\x03" + utf16("a") + b"b" + crash(),
 }
