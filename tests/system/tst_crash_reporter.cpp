@@ -122,6 +122,7 @@ private slots:
     void theCountdownEndsInPackageAndReboot();
     void withoutABlockItReboots();
     void withoutArgumentNothingIsUnmounted();
+    void aStarterThatIsGoneDoesNotEndIt();
     void theFirstFreeNumberIsTaken();
     void aMissingDumpStillReboots();
     void aMissingLogIsLeftOut();
@@ -256,6 +257,22 @@ void CrashReporterTest::withoutArgumentNothingIsUnmounted()
     QCOMPARE(result.userData, UserData::Mounted);
     QCOMPARE(result.stdOut, QByteArray("connected\n"));
     QCOMPARE(result.filesLeft, QStringList());
+}
+
+void CrashReporterTest::aStarterThatIsGoneDoesNotEndIt()
+{
+    // Standard output is a pipe whose reader has gone before the program starts.
+    const QString script = QStringLiteral("mkfifo /tmp/pipe; : </tmp/pipe & exec >/tmp/pipe; "
+                                          "rm /tmp/pipe; wait; exec \"$0\" \"$1\"");
+    Crash crash;
+    const SandboxResult result =
+        crash.run.run(Crash::command(Crash::withDumpAndLog({"--unattended"}),
+                                     {"/bin/sh", "-c", script, crashReporterProgram()}));
+    QCOMPARE(result.end, End::Reboot);
+    QCOMPARE(result.stdOut, QByteArray());
+    QCOMPARE(result.filesLeft, QStringList{firstPackage});
+    QCOMPARE(leftInTmp(result), sources());
+    QVERIFY(readPackage(crash.package()).isWellFormed());
 }
 
 void CrashReporterTest::theFirstFreeNumberIsTaken()

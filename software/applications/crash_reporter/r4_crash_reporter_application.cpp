@@ -16,6 +16,7 @@
 #include <sys/mount.h>
 #include <sys/reboot.h>
 
+#include <csignal>
 #include <cstdio>
 #include <iostream>
 
@@ -43,6 +44,8 @@ QPoint activityAnchor = noAnchor;
 R4CrashReporterApplication::R4CrashReporterApplication(int &argc, char **argv)
     : QApplication(argc, argv)
 {
+    // Whoever started us has crashed, and may be gone before it reads a line of ours.
+    std::signal(SIGPIPE, SIG_IGN);
     setUpWatchdog();
     sharedClientInfo();
     // The main application waits for this line, whatever became of the block.
