@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 
+#include <sys/stat.h>
 #include <sys/syscall.h>
 
 namespace TestSupport {
@@ -21,6 +22,18 @@ bool sleepsInPoll(const QString &process)
     return call == QByteArray::number(SYS_poll) || call == QByteArray::number(SYS_ppoll);
 }
 
+/** By what it is: the path of a program in another mount namespace is no help. */
+bool isSameFile(const QString &one, const QString &other)
+{
+    struct stat first
+    {};
+    struct stat second
+    {};
+    return stat(QFile::encodeName(one).constData(), &first) == 0 &&
+           stat(QFile::encodeName(other).constData(), &second) == 0 &&
+           first.st_dev == second.st_dev && first.st_ino == second.st_ino;
+}
+
 } // namespace
 
 bool isWaitingForEvents(const QString &program, const QByteArray &variable)
@@ -30,7 +43,7 @@ bool isWaitingForEvents(const QString &program, const QByteArray &variable)
         proc.entryList({QStringLiteral("[0-9]*")}, QDir::Dirs | QDir::NoDotAndDotDot);
     for (const QString &id : processes) {
         const QString process = proc.filePath(id);
-        if (QFile::symLinkTarget(process + QStringLiteral("/exe")) == program &&
+        if (isSameFile(process + QStringLiteral("/exe"), program) &&
             contents(process + QStringLiteral("/environ")).split('\0').contains(variable))
             return sleepsInPoll(process);
     }
