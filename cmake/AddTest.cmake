@@ -14,6 +14,9 @@ foreach(label unit system threads)
     add_custom_target(tests_${label})
 endforeach()
 
+set(leak_options
+    "suppressions=${CMAKE_SOURCE_DIR}/tests/support/leak_suppressions.txt:print_suppressions=0")
+
 function(r4_add_test)
     cmake_parse_arguments(TEST "SANDBOXED" "NAME;RING;TIMEOUT" "SOURCES;LIBRARIES;LABELS" ${ARGN})
     if(NOT TEST_TIMEOUT)
@@ -36,5 +39,5 @@ function(r4_add_test)
     set_tests_properties(${TEST_NAME} PROPERTIES
         LABELS "${TEST_RING};${TEST_LABELS}"
         TIMEOUT ${TEST_TIMEOUT}
-        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;TZ=UTC")
+        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;TZ=UTC;LSAN_OPTIONS=${leak_options}")
 endfunction()

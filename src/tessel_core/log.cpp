@@ -86,7 +86,7 @@ void log(quint32 priority, const char *format, ...)
 
 void vlog(quint32 priority, const char *format, std::va_list arguments)
 {
-    char text[512];
+    char text[512] = {}; // a conversion that fails may leave it without an end
     std::vsnprintf(text, sizeof text, format, arguments);
     if (categoryOf(priority) != traceCategory)
         addMissingLineEnd(text);

@@ -18,6 +18,14 @@ using namespace Tessel;
 
 namespace {
 
+/** A block whose last process ended without detaching stays: removes it. */
+void removeBlock()
+{
+    QSharedMemory left{QLatin1String(sharedClientInfoKey)};
+    if (left.attach())
+        left.detach();
+}
+
 /**
  * The block belongs to the process for as long as it lives: each case looks at it
  * from a process of its own, which answers whether all was as it should be.
@@ -26,9 +34,10 @@ bool inOwnProcess(const std::function<bool()> &check)
 {
     const pid_t child = fork();
     if (child == 0)
-        std::exit(check() ? 0 : 1);
+        std::_Exit(check() ? 0 : 1);
     int status = -1;
     waitpid(child, &status, 0);
+    removeBlock();
     return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
