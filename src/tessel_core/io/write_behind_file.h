@@ -20,7 +20,7 @@ class WriteBehindFile : public QFile
 {
 public:
     /** Bytes; a key of 4 MB/s writes one in two seconds. */
-    static constexpr qint64 defaultWindow = 8 * 1024 * 1024;
+    static constexpr qint64 defaultWindow = 8LL * 1024 * 1024;
 
     explicit WriteBehindFile(const QString &path, qint64 windowBytes = defaultWindow);
 

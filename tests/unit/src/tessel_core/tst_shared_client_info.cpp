@@ -100,11 +100,14 @@ void SharedClientInfoTest::everyFieldIsReadAtItsOffset()
     Writer writer;
     quint8 *bytes = writer.bytes();
     QVERIFY(bytes);
-    std::memcpy(bytes, "SN-1", 4);
-    bytes[64] = 7;
-    std::memcpy(bytes + 65, "\x02\x05\x01\x83", 4);
-    std::memcpy(bytes + 69, "/var/log/\xe4", 10);
-    std::memcpy(bytes + 328, "\xfb\xff\xff\xff", 4);
+    const auto put = [bytes](int offset, const QByteArray &part) {
+        std::copy(part.begin(), part.end(), bytes + offset);
+    };
+    put(0, "SN-1");
+    put(64, "\x07");
+    put(65, "\x02\x05\x01\x83");
+    put(69, "/var/log/\xe4");
+    put(328, "\xfb\xff\xff\xff");
     bytes[332] = 1;
 
     QVERIFY(inOwnProcess([] {

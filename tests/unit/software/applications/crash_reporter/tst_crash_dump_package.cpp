@@ -61,7 +61,7 @@ void CrashDumpPackageTest::init()
 
 QString CrashDumpPackageTest::write(const QString &name, const QByteArray &bytes)
 {
-    const QString path = scratch->filePath(name);
+    QString path = scratch->filePath(name);
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
         return {};
