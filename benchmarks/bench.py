@@ -26,7 +26,7 @@ def by_turns(candidates, rounds):
     for number in range(rounds + 1):
         names = list(candidates) if number % 2 else list(reversed(candidates))
         for name in names:
-            usage = candidates[name]()
+            usage = candidates[name]().finish()
             if number > 0:
                 samples[name].append(usage)
     return samples
@@ -67,8 +67,9 @@ class Table:
 
 def first_package(dump, log):
     """Packs once, for the report document inside and to see that the dump survives."""
-    runs.reporter(dump, log)
-    package = runs.PLACE / "user_data" / "crash_dumps" / "Crash Report 0.cdp"
+    run = runs.reporter(dump, log)
+    run.finish()
+    package = run.place / "user_data" / "crash_dumps" / "Crash Report 0.cdp"
     report = runs.PLACE / "report.xml"
     with tarfile.open(package) as archive:
         report.write_bytes(archive.extractfile("report.xml").read())
@@ -79,24 +80,44 @@ def first_package(dump, log):
     return runs.Files(dump, report, log)
 
 
+def side_by_side(start_ours, start_theirs, rounds):
+    """Runs both at the same time, each on a core of its own, and swaps the cores each round.
+
+    The machine's speed drifts by more than the two differ: this way it drifts for both.
+    """
+    cores = sorted(os.sched_getaffinity(0))[:2]
+    ours, theirs = [], []
+    for number in range(rounds):
+        one, other = cores if number % 2 else reversed(cores)
+        running = start_ours(slot=0, core=one), start_theirs(slot=1, core=other)
+        ours.append(running[0].finish())
+        theirs.append(running[1].finish())
+    return ours, theirs
+
+
+def swapped_ratios(ours, theirs):
+    """One ratio for each pair of rounds between which the cores were swapped."""
+    ratios = [a / b for a, b in zip(ours, theirs)]
+    return [(first * second) ** 0.5 for first, second in zip(ratios[::2], ratios[1::2])]
+
+
 def packaging(table, files, rounds):
-    samples = by_turns(
-        {
-            "reporter": lambda: runs.reporter(files.dump, files.log),
-            "bsdtar": lambda: runs.bsdtar(files, synced=False),
-            "bsdtar, synced": lambda: runs.bsdtar(files, synced=True),
-        },
-        rounds,
-    )
-    for field, unit in (("wall", "wall seconds"), ("cpu", "CPU seconds, user and system")):
-        table.head(f"Packaging a core image of {files.dump.stat().st_size // MEBIBYTE} MiB: {unit}, {rounds} rounds")
-        for name, usages in samples.items():
-            table.figures(name, values(usages, field))
-        for peer in ("bsdtar", "bsdtar, synced"):
-            table.ratio(f"reporter / {peer}", values(samples["reporter"], field), values(samples[peer], field))
-    table.head("Packaging: size of the package in bytes")
-    for name, usages in samples.items():
-        table.row(name, f"{usages[0].output:9d}")
+    for peer, synced in (("bsdtar", False), ("bsdtar, synced", True)):
+        ours, theirs = side_by_side(
+            lambda **where: runs.reporter(files.dump, files.log, **where),
+            lambda **where: runs.bsdtar(files, synced, **where),
+            2 * rounds,
+        )
+        size = files.dump.stat().st_size // MEBIBYTE
+        table.head(f"Packaging a core image of {size} MiB beside {peer}: {2 * rounds} rounds")
+        for field, unit in (("wall", "wall seconds"), ("cpu", "CPU seconds")):
+            table.figures(f"reporter, {unit}", values(ours, field))
+            table.figures(f"{peer}, {unit}", values(theirs, field))
+            table.row(
+                f"reporter / {peer}, {unit}",
+                summary(swapped_ratios(values(ours, field), values(theirs, field))),
+            )
+        table.row("bytes of the packages", f"{ours[0].output:9d}  {theirs[0].output}")
 
 
 def memory(table, images, log, missing, rounds):
@@ -136,7 +157,7 @@ def start_up(table, files, missing, rounds):
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument("--rounds", type=int, default=7, help="rounds of the long comparison (7)")
+    parser.add_argument("--rounds", type=int, default=6, help="pairs of rounds of the long comparison (6)")
     arguments = parser.parse_args()
     rounds = arguments.rounds
 

@@ -28,42 +28,56 @@ class Files:
     log: Path
 
 
-def measure(command, expected_end, environment=()):
-    """Runs a command that ends in `expected_end`; its output folders start empty."""
-    user_data, tmp = PLACE / "user_data", PLACE / "tmp"
-    for folder in (user_data, tmp):
-        shutil.rmtree(folder, ignore_errors=True)
-        folder.mkdir(parents=True)
-    (user_data / "crash_dumps").mkdir()
-    os.sync()  # what earlier runs wrote is not to be waited for in this one
+class Run:
+    """A command on its way to `expected_end`; its output folders started empty.
 
-    report = PLACE / "sandbox_report"
-    sandbox = [PROJECT / "tools" / "sandbox", "--user-data", user_data, "--tmp", tmp, "--report", report]
-    for setting in ("QT_QPA_PLATFORM=offscreen", *environment):
-        sandbox += ["--env", setting]
-    run = subprocess.run([*sandbox, "--", *command], cwd=PROJECT, capture_output=True, text=True)
-    if f"end={expected_end}\n" not in report.read_text():
-        raise RuntimeError(f"{command} did not end by {expected_end}:\n{report.read_text()}{run.stderr}")
-    record = dict(line.split("=") for line in (tmp / "record").read_text().split())
-    output = sum(file.stat().st_size for file in user_data.rglob("*") if file.is_file())
-    return Usage(float(record["wall"]), float(record["cpu"]), int(record["peak_kib"]) / 1024, output)
+    Runs at the same time need a `slot` of their own. With a `core` given, the
+    command and all it starts stay on it.
+    """
+
+    def __init__(self, command, expected_end, environment=(), slot=0, core=None):
+        self.place = PLACE / f"slot{slot}"
+        self.expected_end = expected_end
+        user_data, tmp = self.place / "user_data", self.place / "tmp"
+        shutil.rmtree(self.place, ignore_errors=True)
+        for folder in (user_data / "crash_dumps", tmp):
+            folder.mkdir(parents=True)
+        os.sync()  # what earlier runs wrote is not to be waited for in this one
+
+        sandbox = [PROJECT / "tools" / "sandbox", "--user-data", user_data, "--tmp", tmp]
+        sandbox += ["--report", self.place / "report"]
+        for setting in ("QT_QPA_PLATFORM=offscreen", *environment):
+            sandbox += ["--env", setting]
+        pin = ["taskset", "--cpu-list", str(core)] if core is not None else []
+        self.process = subprocess.Popen(
+            [*pin, *sandbox, "--", *command], cwd=PROJECT, text=True, stdout=subprocess.PIPE, stderr=subprocess.STDOUT
+        )
+
+    def finish(self):
+        said, _ = self.process.communicate()
+        report = (self.place / "report").read_text()
+        if f"end={self.expected_end}\n" not in report:
+            raise RuntimeError(f"{self.process.args} did not end by {self.expected_end}:\n{report}{said}")
+        record = dict(line.split("=") for line in (self.place / "tmp" / "record").read_text().split())
+        output = sum(file.stat().st_size for file in (self.place / "user_data").rglob("*") if file.is_file())
+        return Usage(float(record["wall"]), float(record["cpu"]), int(record["peak_kib"]) / 1024, output)
 
 
-def reporter(dump, log):
+def reporter(dump, log, **where):
     """The shipped program, unattended: packs the dump and reboots."""
     scenario = [BUILD / "bin" / "crash_scenario", "--unattended", "--serial", "R4-000123", "--device-type", "3"]
     scenario += ["--version", "2.5.1", "--dump", dump, "--log", log, "--output", "started", "--output", "crashed"]
-    return measure([*scenario, "--", *MEASURED, BUILD / "bin" / "crash_reporter"], "reboot")
+    return Run([*scenario, "--", *MEASURED, BUILD / "bin" / "crash_reporter"], "reboot", **where)
 
 
-def bsdtar(files, synced):
+def bsdtar(files, synced, **where):
     """bsdtar packs the same files in the same format."""
     package = "/user_data/crash_dumps/package.tar.gz"
     command = [*MEASURED, "bsdtar", "--format", "gnutar", "-czf", package]
     for file in (files.dump, files.report, files.log):
         command += ["-C", file.parent, file.name]
-    return measure(command, "exit", [f"R4_BENCH_SYNC={package}"] if synced else [])
+    return Run(command, "exit", [f"R4_BENCH_SYNC={package}"] if synced else [], **where)
 
 
 def bare_window():
-    return measure([*MEASURED, BUILD / "benchmarks" / "bare_window"], "exit")
+    return Run([*MEASURED, BUILD / "benchmarks" / "bare_window"], "exit")
