@@ -11,6 +11,7 @@
 #include <optional>
 
 class QByteArray;
+class QFile;
 class QIODevice;
 struct archive;
 
@@ -188,7 +189,7 @@ private:
     bool canWrite() const;
     bool writeHeader(const QString &name, unsigned int type, unsigned int permissions, qint64 size,
                      std::optional<std::time_t> date = {});
-    qint64 copyFrom(QIODevice &source);
+    qint64 copyFrom(QFile &source);
     void account(quint64 bytes);
 
     std::unique_ptr<ArchiveIo> io;

@@ -1,6 +1,7 @@
 #include "tessel_core/io/archive_progress.h"
 #include "tessel_core/io/file_archive.h"
 #include "tessel_core/io/file_archive_io.h"
+#include "tessel_core/io/sparse_reader.h"
 
 #include <archive.h>
 #include <archive_entry.h>
@@ -21,7 +22,6 @@ namespace {
 
 constexpr unsigned int filePermissions = 0644;
 constexpr unsigned int directoryPermissions = 0755;
-constexpr size_t chunkSize = 8192;
 
 struct EntryDeleter
 {
@@ -74,12 +74,13 @@ bool FileArchive::addFile(const QString &path, const QString &nameInArchive)
  * Copies the source into the entry whose header was written last and returns the
  * bytes the entry took, or -1 when the source or the archive failed.
  */
-qint64 FileArchive::copyFrom(QIODevice &source)
+qint64 FileArchive::copyFrom(QFile &source)
 {
-    char chunk[chunkSize];
+    SparseReader reader(source);
+    const char *chunk = nullptr;
     qint64 copied = 0;
     for (;;) {
-        const qint64 count = source.read(chunk, sizeof chunk);
+        const qint64 count = reader.next(chunk);
         if (count <= 0)
             return count < 0 ? -1 : copied;
         const la_ssize_t taken = archive_write_data(handle, chunk, static_cast<size_t>(count));
@@ -88,7 +89,7 @@ qint64 FileArchive::copyFrom(QIODevice &source)
             return -1;
         }
         copied += taken;
-        if (io->progress != nullptr)
+        if (taken > 0 && io->progress != nullptr)
             io->progress->advance(io->payloadBytes + static_cast<quint64>(copied));
         // The entry is full: a source that keeps growing must not keep us here.
         if (taken < count)

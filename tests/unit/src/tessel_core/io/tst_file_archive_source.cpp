@@ -110,9 +110,9 @@ void FileArchiveSourceTest::aSourceThatGrowsIsCut()
 void FileArchiveSourceTest::aSourceThatShrinksIsPaddedWithZeros()
 {
     const QString source = path(QStringLiteral("log"));
-    QVERIFY(writeFile(source, QByteArray(20000, 'x')));
+    QVERIFY(writeFile(source, QByteArray(200000, 'x')));
     Steps steps;
-    steps.onFirstStep = [&source] { QFile::resize(source, 9000); };
+    steps.onFirstStep = [&source] { QFile::resize(source, 90000); };
     QBuffer buffer;
     QVERIFY(buffer.open(QIODevice::WriteOnly));
     FileArchive archive;
@@ -123,7 +123,7 @@ void FileArchiveSourceTest::aSourceThatShrinksIsPaddedWithZeros()
     QVERIFY(archive.close());
     const Package package = readPackageBytes(buffer.data());
     QVERIFY2(package.isWellFormed(), qPrintable(package.problem));
-    QCOMPARE(package.members.at(0).bytes, QByteArray(9000, 'x') + QByteArray(11000, '\0'));
+    QCOMPARE(package.members.at(0).bytes, QByteArray(90000, 'x') + QByteArray(110000, '\0'));
     QCOMPARE(package.members.at(1).bytes, QByteArray("next"));
 }
 
