@@ -88,6 +88,13 @@ public:
     bool made = false;
 };
 
+/** What GNU tar, bsdtar, 7-Zip or our own reader have against a package; empty for nothing. */
+QString problemOf(const QString &package)
+{
+    QString why;
+    return sameWithEveryTool(package, &why) ? QString() : why;
+}
+
 /** The main application's files, which are nobody's to remove. */
 QStringList sources()
 {
@@ -185,8 +192,7 @@ void CrashReporterTest::anUnattendedCrashEndsInPackageAndReboot()
                         "</n1:CrashReport>\n"));
     QCOMPARE(package.members.at(2).name, logName);
     QCOMPARE(package.members.at(2).bytes, logBytes);
-    QString why;
-    QVERIFY2(sameWithEveryTool(crash.package(), &why), qPrintable(why));
+    QCOMPARE(problemOf(crash.package()), QString());
 }
 
 void CrashReporterTest::anAttendedCrashWaits_data()
@@ -226,7 +232,7 @@ void CrashReporterTest::theCountdownEndsInPackageAndReboot()
     QCOMPARE(result.userData, UserData::Unmounted);
     QCOMPARE(result.filesLeft, QStringList{firstPackage});
     QCOMPARE(leftInTmp(result), sources());
-    QVERIFY(readPackage(crash.package()).isWellFormed());
+    QCOMPARE(problemOf(crash.package()), QString());
 }
 
 void CrashReporterTest::withoutABlockItReboots()
@@ -272,7 +278,7 @@ void CrashReporterTest::aStarterThatIsGoneDoesNotEndIt()
     QCOMPARE(result.stdOut, QByteArray());
     QCOMPARE(result.filesLeft, QStringList{firstPackage});
     QCOMPARE(leftInTmp(result), sources());
-    QVERIFY(readPackage(crash.package()).isWellFormed());
+    QCOMPARE(problemOf(crash.package()), QString());
 }
 
 void CrashReporterTest::theFirstFreeNumberIsTaken()
@@ -285,7 +291,7 @@ void CrashReporterTest::theFirstFreeNumberIsTaken()
     QCOMPARE(result.filesLeft,
              QStringList({firstPackage, QStringLiteral("crash_dumps/Crash Report 1.cdp"),
                           QStringLiteral("crash_dumps/Crash Report 2.cdp")}));
-    QVERIFY(readPackage(crash.package("crash_dumps/Crash Report 1.cdp")).isWellFormed());
+    QCOMPARE(problemOf(crash.package("crash_dumps/Crash Report 1.cdp")), QString());
     QFile earlier(crash.package());
     QVERIFY(earlier.open(QIODevice::ReadOnly));
     QCOMPARE(earlier.readAll(), QByteArray("Crash Report 0.cdp"));
@@ -310,7 +316,7 @@ void CrashReporterTest::aMissingLogIsLeftOut()
     QCOMPARE(result.end, End::Reboot);
     QCOMPARE(result.filesLeft, QStringList{firstPackage});
     const Package package = readPackage(crash.package());
-    QVERIFY(package.isWellFormed());
+    QCOMPARE(problemOf(crash.package()), QString());
     QCOMPARE(package.members.size(), 2);
 }
 
@@ -361,7 +367,7 @@ void CrashReporterTest::aBusyMediumStillRebootsWithThePackageWhole()
     QVERIFY(result.stdErr.contains("Failed to unmount user_data\n"));
     QCOMPARE(result.filesLeft, QStringList{firstPackage});
     QCOMPARE(leftInTmp(result), sources());
-    QVERIFY(readPackage(crash.package()).isWellFormed());
+    QCOMPARE(problemOf(crash.package()), QString());
 }
 
 void CrashReporterTest::hostileCrashFiles_data()
@@ -391,10 +397,8 @@ void CrashReporterTest::hostileCrashFiles()
     QCOMPARE(result.userData, UserData::Unmounted);
     QCOMPARE(result.filesLeft, QStringList{pathIsRead ? firstPackage : packageFolder});
     QCOMPARE(leftInTmp(result), sources());
-    if (pathIsRead) {
-        QString why;
-        QVERIFY2(sameWithEveryTool(crash.package(), &why), qPrintable(why));
-    }
+    if (pathIsRead)
+        QCOMPARE(problemOf(crash.package()), QString());
 }
 
 void CrashReporterTest::aCrashFileCutAnywhereIsSurvived()
@@ -439,7 +443,7 @@ void CrashReporterTest::hostileBlocks()
     QCOMPARE(result.end, End::Reboot);
     QCOMPARE(result.filesLeft, QStringList{firstPackage});
     const Package package = readPackage(crash.package());
-    QVERIFY(package.isWellFormed());
+    QCOMPARE(problemOf(crash.package()), QString());
     QCOMPARE(package.members.size(), 2);
     QFETCH(QByteArray, serial);
     QFETCH(QByteArray, version);

@@ -29,7 +29,6 @@ class CrashDumpPackageTest : public QObject
 private slots:
     void init();
     void holdsDumpReportAndLogInThisOrder();
-    void everyToolReadsTheSame();
     void anEmptyLogPathAddsNothing();
     void aLogThatIsNotThereIsLeftOut();
     void withoutADumpFileNothingIsTouched();
@@ -45,6 +44,7 @@ private slots:
 private:
     QString write(const QString &name, const QByteArray &bytes);
     bool pack(const QString &dump);
+    bool packsWell(const QString &dump);
     QStringList names() const;
 
     std::unique_ptr<QTemporaryDir> scratch;
@@ -76,6 +76,18 @@ bool CrashDumpPackageTest::pack(const QString &dump)
     return writeDumpPackage(package, dump, report);
 }
 
+/** Packs, and has GNU tar, bsdtar, 7-Zip and our own reader look at the package. */
+bool CrashDumpPackageTest::packsWell(const QString &dump)
+{
+    QString why;
+    if (!pack(dump))
+        why = QStringLiteral("no package was made");
+    else if (sameWithEveryTool(package, &why))
+        return true;
+    qWarning("%s", qPrintable(why));
+    return false;
+}
+
 QStringList CrashDumpPackageTest::names() const
 {
     QStringList found;
@@ -91,9 +103,8 @@ void CrashDumpPackageTest::holdsDumpReportAndLogInThisOrder()
     const QString log = write(QStringLiteral("r4.log"), "line 1\nline 2\n");
     qstrncpy(info.logFilePath, log.toLatin1().constData(), sizeof info.logFilePath);
 
-    QVERIFY(pack(dump));
+    QVERIFY(packsWell(dump));
     const Package found = readPackage(package);
-    QVERIFY2(found.isWellFormed(), qPrintable(found.problem));
     QCOMPARE(names(), QStringList({QStringLiteral("r4.core"), QStringLiteral("report.xml"),
                                    QStringLiteral("r4.log")}));
     QCOMPARE(found.members.at(0).bytes, dumpBytes);
@@ -103,29 +114,20 @@ void CrashDumpPackageTest::holdsDumpReportAndLogInThisOrder()
     for (const PackageMember &member : found.members) {
         QCOMPARE(member.mode, 0644u);
         QCOMPARE(member.typeFlag, '0');
+        QCOMPARE(member.magic, QByteArray("ustar  \0", 8)); // GNU's, not POSIX's
     }
-}
-
-void CrashDumpPackageTest::everyToolReadsTheSame()
-{
-    const QString dump = write(QStringLiteral("r4 dump.core"), QByteArray(70000, 'x'));
-    const QString log = write(QStringLiteral("r4.log"), QByteArray());
-    qstrncpy(info.logFilePath, log.toLatin1().constData(), sizeof info.logFilePath);
-    QVERIFY(pack(dump));
-    QString why;
-    QVERIFY2(sameWithEveryTool(package, &why), qPrintable(why));
 }
 
 void CrashDumpPackageTest::anEmptyLogPathAddsNothing()
 {
-    QVERIFY(pack(write(QStringLiteral("dump"), "d")));
+    QVERIFY(packsWell(write(QStringLiteral("dump"), "d")));
     QCOMPARE(names(), QStringList({QStringLiteral("dump"), QStringLiteral("report.xml")}));
 }
 
 void CrashDumpPackageTest::aLogThatIsNotThereIsLeftOut()
 {
     qstrncpy(info.logFilePath, "/nowhere/r4.log", sizeof info.logFilePath);
-    QVERIFY(pack(write(QStringLiteral("dump"), "d")));
+    QVERIFY(packsWell(write(QStringLiteral("dump"), "d")));
     QCOMPARE(names(), QStringList({QStringLiteral("dump"), QStringLiteral("report.xml")}));
 }
 
@@ -164,10 +166,9 @@ void CrashDumpPackageTest::withoutTemporaryDirectoryNothingIsTouched()
 
 void CrashDumpPackageTest::aSecondPackageReplacesTheFirst()
 {
-    QVERIFY(pack(write(QStringLiteral("first"), QByteArray(100000, 'f'))));
-    QVERIFY(pack(write(QStringLiteral("second"), "s")));
+    QVERIFY(packsWell(write(QStringLiteral("first"), QByteArray(100000, 'f'))));
+    QVERIFY(packsWell(write(QStringLiteral("second"), "s")));
     QCOMPARE(names(), QStringList({QStringLiteral("second"), QStringLiteral("report.xml")}));
-    QVERIFY(readPackage(package).isWellFormed());
 }
 
 void CrashDumpPackageTest::equalNamesMakeTwoEntries()
@@ -176,7 +177,7 @@ void CrashDumpPackageTest::equalNamesMakeTwoEntries()
     const QString dump = write(QStringLiteral("r4"), "dump");
     const QString log = write(QStringLiteral("logs/r4"), "log");
     qstrncpy(info.logFilePath, log.toLatin1().constData(), sizeof info.logFilePath);
-    QVERIFY(pack(dump));
+    QVERIFY(packsWell(dump));
     QCOMPARE(names(), QStringList({QStringLiteral("r4"), QStringLiteral("report.xml"),
                                    QStringLiteral("r4")}));
 }
@@ -185,9 +186,8 @@ void CrashDumpPackageTest::anEntryThatCannotBeAddedStillMakesAPackage()
 {
     // A directory exists, but is no file that could be packed.
     QVERIFY(QDir(scratch->path()).mkdir(QStringLiteral("directory")));
-    QVERIFY(pack(scratch->filePath(QStringLiteral("directory"))));
+    QVERIFY(packsWell(scratch->filePath(QStringLiteral("directory"))));
     QCOMPARE(names(), QStringList{QStringLiteral("report.xml")});
-    QVERIFY(readPackage(package).isWellFormed());
 }
 
 void CrashDumpPackageTest::aRelativeDumpPathIsPackedUnderItsName()
@@ -195,7 +195,7 @@ void CrashDumpPackageTest::aRelativeDumpPathIsPackedUnderItsName()
     const QString dump = write(QStringLiteral("dump"), "d");
     const QString relative = QDir::current().relativeFilePath(dump);
     QVERIFY(QDir::isRelativePath(relative));
-    QVERIFY(pack(relative));
+    QVERIFY(packsWell(relative));
     QCOMPARE(names().first(), QStringLiteral("dump"));
 }
 
