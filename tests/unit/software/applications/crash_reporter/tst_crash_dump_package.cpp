@@ -7,6 +7,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <cerrno>
 #include <csignal>
 #include <sys/resource.h>
 
@@ -20,7 +21,18 @@ QByteArray reportText(const QByteArray &comments)
     return "<Comments>" + comments + "</Comments>";
 }
 
+/** What was synced, in order, and the errno to fail with; 0 for success. */
+QStringList synced;
+int syncError = 0;
+
 } // namespace
+
+extern "C" int fsync(int descriptor)
+{
+    synced.append(QFile::symLinkTarget(QStringLiteral("/proc/self/fd/%1").arg(descriptor)));
+    errno = syncError;
+    return syncError == 0 ? 0 : -1;
+}
 
 class CrashDumpPackageTest : public QObject
 {
@@ -38,6 +50,9 @@ private slots:
     void equalNamesMakeTwoEntries();
     void anEntryThatCannotBeAddedStillMakesAPackage();
     void aRelativeDumpPathIsPackedUnderItsName();
+    void aLinkAtItsPathIsReplacedNotFollowed();
+    void itIsOnTheMediumWithItsFolderBeforeItCountsAsMade();
+    void aPackageThatCannotBeSyncedIsNotReportedAsMade();
     void aMediumThatTakesNoMoreIsNotReportedAsMade();
     void noTemporaryFileIsLeft();
 
@@ -56,6 +71,8 @@ void CrashDumpPackageTest::init()
 {
     scratch = std::make_unique<QTemporaryDir>();
     info = {};
+    synced.clear();
+    syncError = 0;
     package = scratch->filePath(QStringLiteral("out.cdp"));
 }
 
@@ -197,6 +214,30 @@ void CrashDumpPackageTest::aRelativeDumpPathIsPackedUnderItsName()
     QVERIFY(QDir::isRelativePath(relative));
     QVERIFY(packsWell(relative));
     QCOMPARE(names().first(), QStringLiteral("dump"));
+}
+
+void CrashDumpPackageTest::aLinkAtItsPathIsReplacedNotFollowed()
+{
+    const QString other = write(QStringLiteral("other"), "not a package");
+    QVERIFY(QFile::link(other, package));
+    QVERIFY(packsWell(write(QStringLiteral("dump"), "d")));
+    QVERIFY(!QFileInfo(package).isSymLink());
+    QFile untouched(other);
+    QVERIFY(untouched.open(QIODevice::ReadOnly));
+    QCOMPARE(untouched.readAll(), QByteArray("not a package"));
+}
+
+void CrashDumpPackageTest::itIsOnTheMediumWithItsFolderBeforeItCountsAsMade()
+{
+    QVERIFY(packsWell(write(QStringLiteral("dump"), "d")));
+    QCOMPARE(synced, QStringList({package, scratch->path()}));
+}
+
+void CrashDumpPackageTest::aPackageThatCannotBeSyncedIsNotReportedAsMade()
+{
+    syncError = EIO;
+    QVERIFY(!pack(write(QStringLiteral("dump"), "d")));
+    QVERIFY2(QFile::exists(package), "what may be readable is kept");
 }
 
 void CrashDumpPackageTest::aMediumThatTakesNoMoreIsNotReportedAsMade()
