@@ -6,7 +6,6 @@
 #include <QFile>
 
 using namespace TestSupport;
-using Tessel::sharedClientInfo;
 
 namespace {
 

@@ -12,7 +12,7 @@ using Tessel::SparseReader;
 
 namespace {
 
-constexpr int block = 65536;
+constexpr qint64 block = 65536;
 
 /** Whether the file system plays one that does not tell of holes. */
 bool holesAreHidden = false;
@@ -20,7 +20,7 @@ bool holesAreHidden = false;
 struct Piece
 {
     char fill; // 0 makes a hole
-    int size;
+    qint64 size;
 };
 using Pieces = QVector<Piece>;
 
@@ -28,7 +28,7 @@ QByteArray contentsOf(const Pieces &pieces)
 {
     QByteArray bytes;
     for (const Piece &piece : pieces)
-        bytes += QByteArray(piece.size, piece.fill);
+        bytes += QByteArray(static_cast<int>(piece.size), piece.fill);
     return bytes;
 }
 
@@ -40,7 +40,8 @@ bool writeSparse(const QString &path, const Pieces &pieces)
     qint64 position = 0;
     for (const Piece &piece : pieces) {
         if (piece.fill != 0 &&
-            (!file.seek(position) || file.write(QByteArray(piece.size, piece.fill)) < 0))
+            (!file.seek(position) ||
+             file.write(QByteArray(static_cast<int>(piece.size), piece.fill)) < 0))
             return false;
         position += piece.size;
     }
@@ -158,7 +159,7 @@ void SparseReaderTest::holesAreNotFetched()
     QVERIFY(writeSparse(file.fileName(), {{'a', block}, {0, 64 * block}, {'b', block}}));
     QVERIFY(file.open(QIODevice::ReadOnly | QIODevice::Unbuffered));
     const Reading told = readAll(file);
-    QCOMPARE(told.bytes.size(), 66 * block);
+    QCOMPARE(qint64(told.bytes.size()), 66 * block);
     QVERIFY2(told.fetched < 4 * block, qPrintable(QString::number(told.fetched)));
 
     holesAreHidden = true;
