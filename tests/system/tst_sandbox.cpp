@@ -34,6 +34,7 @@ private slots:
     void argumentsPassThroughUntouched();
     void environmentNamesNothingOfTheHost();
     void boundFoldersAreShown();
+    void whatLiesInTmpIsShownThereToo();
     void mountPointsDoNotStayInTmp();
     void reportTellsHowLongTheCommandTook();
     void wrongUseRunsNothing_data();
@@ -232,6 +233,21 @@ void TestSandbox::boundFoldersAreShown()
                                      " write /usbkey/new 1 ; cat '/a folder/a file' /usbkey/new"});
     QCOMPARE(result.stdOut, QByteArray("write /usbkey/new: EROFS\ncontents\nnew\n"));
     QCOMPARE(filesBelow(folder.path()), (QStringList{"file", "new"}));
+}
+
+void TestSandbox::whatLiesInTmpIsShownThereToo()
+{
+    // As where the project itself was cloned into /tmp, and no folder stands for it.
+    const QTemporaryDir folder(QStringLiteral("/tmp/tst_sandbox.XXXXXX"));
+    QFile file(folder.filePath(QStringLiteral("file")));
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write("content") > 0 && file.flush());
+    QProcess process;
+    process.start(sandboxProgram(),
+                  {"--ro-bind", folder.path(), "--", "/bin/cat", file.fileName()});
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.readAllStandardError(), QByteArray());
+    QCOMPARE(process.readAllStandardOutput(), QByteArray("content"));
+    QCOMPARE(process.exitCode(), 0);
 }
 
 void TestSandbox::mountPointsDoNotStayInTmp()

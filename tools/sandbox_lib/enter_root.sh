@@ -59,11 +59,7 @@ planSystem() {
 }
 
 planScratch() {
-    if [[ $tmpFolder ]]; then
-        show rw "$tmpFolder" /tmp
-    else
-        show rw tmpfs /tmp mode=1777,nosuid,nodev
-    fi
+    [[ ! $tmpFolder ]] || show rw "$tmpFolder" /tmp
     if [[ $userDataFolder && ! $userDataSize ]]; then
         show "${userDataReadOnly:-rw}" "$userDataFolder" /user_data
     else
@@ -96,7 +92,10 @@ makeRoot() {
         fi
         folders+=("${target#/}")
     done
-    (cd "$root" && mkdir -p -- "${folders[@]}") || die "cannot make the mount points"
+    # A folder, not a mount: what is shown below it, such as a project that lies in
+    # /tmp, finds its mount points there.
+    mkdir -m 1777 "$root/tmp" && (cd "$root" && mkdir -p -- "${folders[@]}") ||
+        die "cannot make the mount points"
     for target in "${targets[@]}"; do
         [[ -d $root$target ]] || true >"$root$target" || die "cannot make the mount point $target"
     done
