@@ -34,7 +34,7 @@ void printError(const char *format, ...)
 void vprintError(const char *format, std::va_list arguments)
 {
     // On the stack and of fixed size: an error report must not need memory.
-    char text[512];
+    char text[512] = {}; // a conversion that fails may leave it without an end
     std::vsnprintf(text, sizeof text, format, arguments);
     std::fputs(text, stderr);
 }

@@ -201,6 +201,7 @@ void CrashReporterTest::anAttendedCrashWaits_data()
     QTest::newRow("0 seconds, flag clear") << QStringList{"--seconds", "0"};
     QTest::newRow("-5 seconds") << QStringList{"--seconds", "-5"};
     QTest::newRow("-5 seconds, flag set") << QStringList{"--seconds", "-5", "--unattended"};
+    QTest::newRow("block too small for its fields") << QStringList{"--block-size", "64"};
     QTest::newRow("block of nobody's making") << QStringList{"--no-block"};
 }
 

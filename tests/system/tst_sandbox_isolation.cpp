@@ -48,6 +48,16 @@ void copyTools(const QString &folder)
         QVERIFY(QFile::copy(tools + part, folder + "/tools" + part));
 }
 
+/** Starts a command that holds a lock and waits; the sandbox's process id, 0 on failure. */
+pid_t startHoldingALock(SandboxRun &run)
+{
+    const QString pidFile = run.folder() + "/pid";
+    run.setLauncher({"sh", "-c", "echo $$ >" + pidFile + "; exec \"$0\" \"$@\""});
+    run.start(probe("lock /user_data/lock say ready wait"));
+    const bool holds = run.waitForOutput("ready\n") && isLocked(run.userDataFolder() + "/lock");
+    return holds ? contentsOf(pidFile).trimmed().toInt() : 0;
+}
+
 } // namespace
 
 class TestSandboxIsolation : public QObject
@@ -164,13 +174,10 @@ void TestSandboxIsolation::signalEndsEverythingInside()
 {
     QFETCH(int, signal);
     SandboxRun run;
-    const QString pidFile = run.folder() + "/pid";
-    run.setLauncher({"sh", "-c", "echo $$ >" + pidFile + "; exec \"$0\" \"$@\""});
-    run.start(probe("lock /user_data/lock say ready wait"));
-    QVERIFY(run.waitForOutput("ready\n"));
-    QVERIFY(isLocked(run.userDataFolder() + "/lock"));
+    const pid_t sandbox = startHoldingALock(run);
+    QVERIFY(sandbox > 0);
 
-    QCOMPARE(kill(contentsOf(pidFile).trimmed().toInt(), signal), 0);
+    QCOMPARE(kill(sandbox, signal), 0);
     const auto result = run.finish();
     QVERIFY(!isLocked(run.userDataFolder() + "/lock"));
     QCOMPARE(result.end, End::Terminated);
@@ -184,12 +191,9 @@ void TestSandboxIsolation::signalEndsEverythingInside()
 void TestSandboxIsolation::killedSandboxLeavesNoProcess()
 {
     SandboxRun run;
-    const QString pidFile = run.folder() + "/pid";
-    run.setLauncher({"sh", "-c", "echo $$ >" + pidFile + "; exec \"$0\" \"$@\""});
-    run.start(probe("lock /user_data/lock say ready wait"));
-    QVERIFY(run.waitForOutput("ready\n"));
-    QVERIFY(isLocked(run.userDataFolder() + "/lock"));
-    QCOMPARE(kill(contentsOf(pidFile).trimmed().toInt(), SIGKILL), 0);
+    const pid_t sandbox = startHoldingALock(run);
+    QVERIFY(sandbox > 0);
+    QCOMPARE(kill(sandbox, SIGKILL), 0);
     QTRY_VERIFY(!isLocked(run.userDataFolder() + "/lock"));
     run.finish();
 }

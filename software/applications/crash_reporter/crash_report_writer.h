@@ -32,7 +32,10 @@ class CrashReportWriter
 public:
     CrashReportWriter();
 
-    /** Writes the whole document. The caller owns `device`, opened it and closes it. */
+    /**
+     * Writes the whole document. The caller owns `device`, opened it and closes it,
+     * and looks at it for failures: this tells of none.
+     */
     void write(QIODevice *device, const CrashReportData &report);
 
 private:

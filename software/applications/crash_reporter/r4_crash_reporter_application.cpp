@@ -95,7 +95,7 @@ void R4CrashReporterApplication::readCrashFile(const QString &path)
     QFile file(path);
     // Opening a pipe or a device by mistake could wait for ever.
     if (QFileInfo(file).isFile() && file.open(QIODevice::ReadOnly)) {
-        CrashData data = readCrashData(file);
+        const CrashData data = readCrashData(file);
         dumpFilePath = data.dumpFilePath;
         crashTime = data.crashTime;
         outputLog = data.outputLog;

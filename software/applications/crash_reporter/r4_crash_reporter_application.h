@@ -25,7 +25,10 @@ class R4CrashReporterApplication : public QApplication
     Q_OBJECT
 
 public:
-    /** Starts feeding the watchdog, prints "connected" and posts the launch event. */
+    /**
+     * Starts feeding the watchdog, prints "connected" and posts the launch event.
+     * From here on the process ignores SIGPIPE.
+     */
     R4CrashReporterApplication(int &argc, char **argv);
     /** Unmounts "/user_data/", whatever happened before. */
     ~R4CrashReporterApplication() override;

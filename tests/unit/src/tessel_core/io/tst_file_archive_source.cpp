@@ -47,9 +47,11 @@ private slots:
     void aMediumThatFillsUpFailsTheFile();
 
 private:
+    Package packedWhileChanging(const QString &source, Steps &steps);
     QString path(const QString &name) const { return scratch->filePath(name); }
 
     std::unique_ptr<QTemporaryDir> scratch;
+    quint64 payload = 0; // of the archive packed last
 };
 
 void FileArchiveSourceTest::aSourceThatIsNoReadableFileLeavesNoTrace()
@@ -80,6 +82,23 @@ void FileArchiveSourceTest::aSourceThatIsNoReadableFileLeavesNoTrace()
     QCOMPARE(package.members.at(0).name, QStringLiteral("last"));
 }
 
+/** Packs `source` and one entry more; `steps` changes the source after the first chunk. */
+Package FileArchiveSourceTest::packedWhileChanging(const QString &source, Steps &steps)
+{
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    FileArchive archive;
+    archive.setProgress(&steps);
+    const bool packed = archive.open(Mode::Write, &buffer, Format::TarGzip) &&
+                        archive.addFile(source, QStringLiteral("log")) &&
+                        archive.addData("next", QStringLiteral("next")) && archive.close();
+    payload = archive.payloadBytes();
+    Package package = readPackageBytes(buffer.data());
+    if (!packed)
+        package.problem = QStringLiteral("could not be packed");
+    return package;
+}
+
 void FileArchiveSourceTest::aSourceThatGrowsIsCut()
 {
     const QString source = path(QStringLiteral("log"));
@@ -91,18 +110,10 @@ void FileArchiveSourceTest::aSourceThatGrowsIsCut()
         log.write(QByteArray(100000, 'g'));
         log.flush();
     };
-    QBuffer buffer;
-    QVERIFY(buffer.open(QIODevice::WriteOnly));
-    FileArchive archive;
-    archive.setProgress(&steps);
-    QVERIFY(archive.open(Mode::Write, &buffer, Format::TarGzip));
-    QVERIFY(archive.addFile(source, QStringLiteral("log")));
-    QVERIFY(archive.addData("next", QStringLiteral("next")));
-    QVERIFY(archive.close());
-    QCOMPARE(archive.payloadBytes(), quint64(10004));
-    QVERIFY2(steps.done == QVector<quint64>({8192, 10000}), "reads no further than the entry goes");
-    const Package package = readPackageBytes(buffer.data());
+    const Package package = packedWhileChanging(source, steps);
     QVERIFY2(package.isWellFormed(), qPrintable(package.problem));
+    QCOMPARE(payload, quint64(10004));
+    QVERIFY2(steps.done == QVector<quint64>({8192, 10000}), "counts no more than the entry takes");
     QCOMPARE(package.members.at(0).bytes, noise(10000));
     QCOMPARE(package.members.at(1).bytes, QByteArray("next"));
 }
@@ -113,15 +124,7 @@ void FileArchiveSourceTest::aSourceThatShrinksIsPaddedWithZeros()
     QVERIFY(writeFile(source, QByteArray(200000, 'x')));
     Steps steps;
     steps.onFirstStep = [&source] { QFile::resize(source, 90000); };
-    QBuffer buffer;
-    QVERIFY(buffer.open(QIODevice::WriteOnly));
-    FileArchive archive;
-    archive.setProgress(&steps);
-    QVERIFY(archive.open(Mode::Write, &buffer, Format::TarGzip));
-    QVERIFY(archive.addFile(source, QStringLiteral("log")));
-    QVERIFY(archive.addData("next", QStringLiteral("next")));
-    QVERIFY(archive.close());
-    const Package package = readPackageBytes(buffer.data());
+    const Package package = packedWhileChanging(source, steps);
     QVERIFY2(package.isWellFormed(), qPrintable(package.problem));
     QCOMPARE(package.members.at(0).bytes, QByteArray(90000, 'x') + QByteArray(110000, '\0'));
     QCOMPARE(package.members.at(1).bytes, QByteArray("next"));
