@@ -1,0 +1,15 @@
+#pragma once
+
+#include "vireling/style/element_context.h"
+
+#include <optional>
+
+namespace Vireling {
+
+bool paintFrame(const ElementContext &context);
+bool paintWindowFrame(const ElementContext &context);
+bool paintWidgetGround(const ElementContext &context);
+bool paintShapedFrame(const ElementContext &context);
+std::optional<QRect> frameContents(const ElementContext &context, QStyle::SubElement element);
+
+} // namespace Vireling

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "vireling/style/element_context.h"
+
+#include <optional>
+
+namespace Vireling {
+
+bool paintToolBoxTab(const ElementContext &context);
+bool paintToolBoxTabShape(const ElementContext &context);
+bool paintToolBoxTabLabel(const ElementContext &context);
+std::optional<QRect> toolBoxTabContents(const ElementContext &context);
+
+} // namespace Vireling

@@ -1,0 +1,1 @@
+#include "vireling/window/non_owning_proxy_widget.h"

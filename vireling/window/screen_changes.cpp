@@ -1,0 +1,1 @@
+#include "vireling/window/screen_changes.h"

@@ -1,0 +1,1 @@
+#include "vireling/window/window_edges.h"

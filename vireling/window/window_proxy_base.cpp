@@ -1,0 +1,1 @@
+#include "vireling/window/window_proxy_base.h"
