@@ -1,6 +1,7 @@
 #include "vireling/palette/palette.h"
 
 #include <array>
+#include <utility>
 
 namespace Vireling {
 
@@ -31,9 +32,17 @@ const QBrush &emptyBrush()
 
 UserPalette::UserPalette() = default;
 UserPalette::UserPalette(const UserPalette &other) = default;
-UserPalette::UserPalette(UserPalette &&other) noexcept = default;
+UserPalette::UserPalette(UserPalette &&other) noexcept
+    : brushes(std::move(other.brushes))
+    , mask(std::exchange(other.mask, ColourRoleMask()))
+{}
 UserPalette &UserPalette::operator=(const UserPalette &other) = default;
-UserPalette &UserPalette::operator=(UserPalette &&other) noexcept = default;
+UserPalette &UserPalette::operator=(UserPalette &&other) noexcept
+{
+    brushes.swap(other.brushes);
+    std::swap(mask, other.mask);
+    return *this;
+}
 UserPalette::~UserPalette() = default;
 
 const QBrush &UserPalette::brush(QPalette::ColorGroup group, ColourRole role) const

@@ -6,21 +6,15 @@
 
 namespace Vireling {
 
-namespace {
-
-constexpr char themeContext[] = "Theme";
-
-} // namespace
-
 QString themeName(Theme theme)
 {
     switch (theme) {
     case Theme::System:
-        return QCoreApplication::translate(themeContext, "System");
+        return QCoreApplication::translate("Theme", "System");
     case Theme::Dark:
-        return QCoreApplication::translate(themeContext, "Dark");
+        return QCoreApplication::translate("Theme", "Dark");
     case Theme::Light:
-        return QCoreApplication::translate(themeContext, "Light");
+        return QCoreApplication::translate("Theme", "Light");
     }
     return QString();
 }

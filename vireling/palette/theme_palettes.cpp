@@ -159,7 +159,7 @@ ThemeColours lightColours()
             {QPalette::ButtonText, rgb(0xa9afb6)},
             {QPalette::Light, rgb(0xa9afb6)},
             {ColourRole::AlternateHighlight, rgb(0xfbfbfb)},
-            {ColourRole::ActiveText, rgb(0x77808a)},
+            {ColourRole::ActiveText, rgb(0xa9afb6)},
             {ColourRole::PanelFrame, rgb(0xa9afb6)},
             {ColourRole::CellText, rgb(0x9199a2)},
             {ColourRole::ViewItemText, rgb(0x9199a2)},

@@ -11,13 +11,45 @@ namespace Vireling {
 
 namespace {
 
-void store(const UserPalette &palette, QWidget *widget)
+/** What a widget set itself, empty if nothing, and what it shows of it after inheriting. */
+struct Origin
 {
-    widget->setProperty(userPaletteProperty, QVariant::fromValue(palette));
+    std::optional<UserPalette> own;
+    UserPalette shown;
+};
+
+constexpr char originProperty[] = "vrl_user_palette_origin";
+
+} // namespace
+
+} // namespace Vireling
+
+Q_DECLARE_METATYPE(Vireling::Origin)
+
+namespace Vireling {
+
+namespace {
+
+/** Remembers the origin too: roles that are only inherited follow the parent's next change. */
+void store(const Origin &origin, QWidget *widget)
+{
+    widget->setProperty(originProperty, QVariant::fromValue(origin));
+    widget->setProperty(userPaletteProperty, QVariant::fromValue(origin.shown));
     widget->update();
     inheritUserPalette(widget);
     QEvent change(userPaletteChangeEvent());
     QCoreApplication::sendEvent(widget, &change);
+}
+
+/** The part of the widget's user palette that did not come from its parent. */
+std::optional<UserPalette> ownPart(const QWidget *widget)
+{
+    const std::optional<UserPalette> shown = userPalette(widget);
+    const QVariant origin = widget->property(originProperty);
+    // Otherwise somebody has set the property since, and all of it is the widget's own.
+    if (shown && origin.isValid() && origin.value<Origin>().shown == *shown)
+        return origin.value<Origin>().own;
+    return shown;
 }
 
 } // namespace
@@ -30,7 +62,11 @@ QEvent::Type userPaletteChangeEvent()
 
 std::optional<UserPalette> userPalette(const QWidget *widget)
 {
-    QVariant value = widget ? widget->property(userPaletteProperty) : QVariant();
+    // Asked for with every colour that is painted: property() would first search all
+    // properties of the class by name.
+    if (!widget || !widget->dynamicPropertyNames().contains(userPaletteProperty))
+        return std::nullopt;
+    QVariant value = widget->property(userPaletteProperty);
     if (!value.isValid())
         return std::nullopt;
     const int type = qMetaTypeId<UserPalette>();
@@ -55,7 +91,7 @@ bool setUserPalette(QWidget *widget, const UserPalette &palette, const QWidget *
         parent ? palette.resolve(effectiveUserPalette(parent, parent->style())) : palette;
     if (candidate == effectiveUserPalette(widget, widget->style()))
         return false;
-    store(candidate, widget);
+    store({palette, candidate}, widget);
     return true;
 }
 
@@ -64,10 +100,10 @@ void propagateUserPalette(const QWidget *parent, QWidget *child)
     const std::optional<UserPalette> inherited = userPalette(parent);
     if (!inherited || !child)
         return;
-    if (const std::optional<UserPalette> own = userPalette(child))
-        setUserPalette(child, *own, parent);
-    else
-        store(*inherited, child);
+    const std::optional<UserPalette> own = ownPart(child);
+    const UserPalette candidate = own ? own->resolve(*inherited) : *inherited;
+    if (userPalette(child) != candidate)
+        store({own, candidate}, child);
 }
 
 } // namespace Vireling
