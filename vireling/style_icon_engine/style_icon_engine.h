@@ -27,15 +27,17 @@ public:
 
 private:
     const QString path;
-    const quint16 number;
+    const QString number; // of 16 bits, in hexadecimal digits
     std::unique_ptr<QSvgRenderer> svg;
+    int generation = 0; // of the files when svg was loaded
 };
 
 /**
  * Renders an SVG at the exact device size, fades it toward the palette's base
  * colour for disabled and for normal-off, and keeps the result in QPixmapCache.
- * The icon's own colours are kept: nothing is recoloured. A missing or invalid file
- * gives null pixmaps. GUI thread.
+ * The icon's own colours are kept: nothing is recoloured. A pixmap already cached
+ * keeps the base colour it was faded with. A missing or invalid file gives null
+ * pixmaps. GUI thread.
  */
 class StyleIconEngine : public QIconEngine
 {
@@ -46,9 +48,11 @@ public:
     StyleIconEngine(const StyleIconEngine &other);
     ~StyleIconEngine() override;
 
+    /** Renders for the pixels of the painter's device and fills `rect` with the result. */
     void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State state) override;
     /** `size` in device pixels; the picture keeps its proportions within it. */
     QPixmap pixmap(const QSize &size, QIcon::Mode mode, QIcon::State state) override;
+    /** What pixmap() makes of `size`. For a file that cannot be read, `size` itself. */
     QSize actualSize(const QSize &size, QIcon::Mode mode, QIcon::State state) override;
     QString key() const override;
     QIconEngine *clone() const override;
@@ -58,5 +62,12 @@ private:
 
     QSharedPointer<StyleIconEngineData> data;
 };
+
+/**
+ * Has every icon load its file again, and empties QPixmapCache: for when the theme
+ * changes, and with it the files that "vireling:" paths mean and the colour that
+ * icons fade toward.
+ */
+void reloadStyleIcons();
 
 } // namespace Vireling

@@ -25,8 +25,9 @@ enum class StyleIcon
 
 /**
  * An icon of the style's table, from "vireling:/vireling_style/icons/"; built on
- * first request and kept for the life of the process. A value that is no icon gives
- * a null one. GUI thread, and not before the application exists.
+ * first request and kept for the life of the process; after a change of theme it shows
+ * the new theme's file. A value that is no icon gives a null one. GUI thread, and not
+ * before the application exists and the search paths are set.
  */
 QIcon styleIcon(StyleIcon icon);
 
