@@ -20,7 +20,7 @@ public:
     explicit ElidedLabel(const QString &text, QWidget *parent = nullptr);
 
     QString text() const { return fullText; }
-    /** Also becomes the accessible name where the widget has none of its own. */
+    /** Also what assistive programs read, unless an accessible name is set. */
     void setText(const QString &text);
 
     /** Whether the last painting had to cut the text short. */

@@ -29,21 +29,24 @@ public:
     Qt::AspectRatioMode aspectRatioMode() const { return ratioMode; }
     void setAspectRatioMode(Qt::AspectRatioMode mode);
 
-    /** The part of the SVG to show; by default what the SVG states. */
+    /** The part of the SVG to show; by default, and after an empty one, what the SVG states. */
     QRectF viewBox() const;
     void setViewBox(const QRectF &viewBox);
 
+    /** The view box that was set, else defaultSize(). */
     QSize sizeHint() const override;
 
 protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    QPixmap render(const QSize &size, qreal ratio);
+    QPixmap renderPixels(const QSize &pixels, qreal ratio);
+    void documentChanged();
     void contentChanged();
 
     QSvgRenderer renderer;
     Qt::AspectRatioMode ratioMode = Qt::KeepAspectRatio;
+    QRectF statedViewBox;
     std::optional<QRectF> ownViewBox;
     QPixmap rendered; // null until painted
 };

@@ -39,6 +39,9 @@ public:
     }
 
 protected:
+    /** The form, for the class derived from this one: setupUi() and the form's widgets. */
+    Form &ui() { return *this; }
+
     /** Sets all texts. With a form, its retranslateUi() is to be part of it. */
     virtual void retranslate()
     {
