@@ -10,8 +10,8 @@ class QPainter;
 namespace Vireling {
 
 /*
- * Shapes. They know no widget. The painter keeps its state; anti-aliasing is
- * switched on and off here where a shape needs it.
+ * Shapes. They know no widget. The painter keeps its state. Shapes that recur are
+ * drawn from kept pictures.
  */
 
 /**
@@ -35,6 +35,17 @@ void drawCross(QPainter &painter, const QRectF &rect, const QColor &colour, qrea
 void drawSeparator(QPainter &painter, const QRect &rect, Qt::Orientation orientation,
                    const QColor &colour, int width);
 
+/** Dots to grip with, centred in `rect`: so many across and down, as far apart as they are wide. */
+void drawGripDots(QPainter &painter, const QRect &rect, const QSize &counts, int dotSize,
+                  const QColor &colour);
+
+/**
+ * `text`, cut short with an ellipsis where it is wider than `width` pixels. Qt elides
+ * by fractions of a pixel but lays out in whole ones: a text in just the room it asked
+ * for must stay whole. `flags` as QFontMetrics takes them.
+ */
+QString fittingText(const QFontMetrics &metrics, const QString &text, int width, int flags = 0);
+
 /*
  * What several families share.
  */
@@ -56,6 +67,31 @@ QColor frameColour(const ElementContext &context);
 QColor buttonSurface(const ElementContext &context);
 /** The colour for text and glyphs on buttonSurface(). */
 QColor buttonForeground(const ElementContext &context);
+/** For text of less weight on buttonSurface(): toned down, but at least 4.5:1 in both themes. */
+QColor buttonSecondaryForeground(const ElementContext &context);
+
+/**
+ * For text of less weight on a window or a tab. Not PlaceholderText, which reads at
+ * 3.5:1 in the light theme.
+ */
+QColor secondaryText(const ElementContext &context);
+
+/** The surface of a field, or of a part of one, that is held down. */
+QColor pressedFieldSurface(const ElementContext &context);
+/** The surface of a part of a field or button that lies under the pointer. */
+QColor hoveredPartSurface(const ElementContext &context);
+/** accentBase() as the surface of a button in the context's state; HighlightedText reads on it. */
+QColor accentSurface(const ElementContext &context);
+
+/** The surface of a button that closes or destroys, hovered or pressed. */
+QColor errorSurface(const ElementContext &context);
+
+/** The bar at the lower edge of a checked button, inside its frame. */
+void drawCheckedBar(const ElementContext &context);
+
+/** Fills `part` as far as it lies within `outline`, a rectangle with rounded corners. */
+void fillPart(QPainter &painter, const QRectF &outline, qreal radius, const QRectF &part,
+              const QColor &fill);
 
 /** How high a single-line field or button is around contents of `contentsHeight`. */
 int fieldHeight(const ElementContext &context, int contentsHeight);

@@ -1,6 +1,7 @@
 #include "vireling/style/style.h"
 
 #include "vireling/palette/theme.h"
+#include "vireling/style/busy_indicator_animator.h"
 #include "vireling/style/style_input_focus_helper.h"
 #include "vireling/style_icon_engine/style_icons.h"
 
@@ -18,6 +19,7 @@ Style::Style()
 Style::Style(const Palette &palette)
     : ownPalette(palette)
     , inputFocusHelper(new StyleInputFocusHelper(this))
+    , busyAnimator(new BusyIndicatorAnimator(this))
 {}
 
 Style::~Style() = default;

@@ -12,6 +12,7 @@ class QLineEdit;
 
 namespace Vireling {
 
+class BusyIndicatorAnimator;
 class StyleInputFocusHelper;
 
 /** On a line edit: how many characters wide its text area is; see setDisplayCharCount(). */
@@ -101,6 +102,7 @@ public:
 private:
     const Palette ownPalette;
     StyleInputFocusHelper *inputFocusHelper; // owned: our child
+    BusyIndicatorAnimator *busyAnimator;     // owned: our child
 };
 
 } // namespace Vireling

@@ -17,7 +17,9 @@
 #include "vireling/style/elements/menu_bar.h"
 #include "vireling/style/elements/progress_bar.h"
 #include "vireling/style/elements/push_button.h"
+#include "vireling/style/elements/rubber_band.h"
 #include "vireling/style/elements/scroll_bar.h"
+#include "vireling/style/elements/size_grip.h"
 #include "vireling/style/elements/slider.h"
 #include "vireling/style/elements/spin_box.h"
 #include "vireling/style/elements/splitter.h"
@@ -120,8 +122,6 @@ bool paintPrimitive(QStyle::PrimitiveElement element, const ElementContext &cont
         return paintTabBarTear(context, element);
     case QStyle::PE_PanelScrollAreaCorner:
         return paintScrollAreaCorner(context);
-    case QStyle::PE_Widget:
-        return paintWidgetGround(context);
     case QStyle::PE_IndicatorColumnViewArrow:
         return paintColumnArrow(context);
     case QStyle::PE_IndicatorItemViewItemDrop:
@@ -138,6 +138,7 @@ bool paintPrimitive(QStyle::PrimitiveElement element, const ElementContext &cont
         return paintMenuPanel(context);
     case QStyle::PE_IndicatorTabTearRight:
         return paintTabBarTear(context, element);
+    case QStyle::PE_Widget: // plain widgets have no ground but the window's
     case QStyle::PE_CustomBase:
         break;
     }
@@ -151,14 +152,6 @@ bool paintControl(QStyle::ControlElement element, const ElementContext &context)
         return paintPushButtonBevel(context);
     case QStyle::CE_PushButtonLabel:
         return paintPushButtonLabel(context);
-    case QStyle::CE_CheckBox:
-        return paintCheckBox(context);
-    case QStyle::CE_CheckBoxLabel:
-        return paintCheckBoxLabel(context, element);
-    case QStyle::CE_RadioButton:
-        return paintRadioButton(context);
-    case QStyle::CE_RadioButtonLabel:
-        return paintCheckBoxLabel(context, element);
     case QStyle::CE_TabBarTab:
         return paintTab(context);
     case QStyle::CE_TabBarTabShape:
@@ -179,25 +172,21 @@ bool paintControl(QStyle::ControlElement element, const ElementContext &context)
         return paintMenuScroller(context);
     case QStyle::CE_MenuVMargin:
     case QStyle::CE_MenuHMargin:
-        return paintMenuMargin(context, element);
+        return paintMenuMargin(context);
     case QStyle::CE_MenuTearoff:
         return paintMenuTearoff(context);
     case QStyle::CE_MenuEmptyArea:
-        return paintMenuMargin(context, element);
+        return paintMenuMargin(context);
     case QStyle::CE_MenuBarItem:
         return paintMenuBarItem(context);
     case QStyle::CE_MenuBarEmptyArea:
         return paintMenuBarEmptyArea(context);
     case QStyle::CE_ToolButtonLabel:
         return paintToolButtonLabel(context);
-    case QStyle::CE_Header:
-        return paintHeader(context);
     case QStyle::CE_HeaderSection:
         return paintHeaderSection(context);
     case QStyle::CE_HeaderLabel:
         return paintHeaderLabel(context);
-    case QStyle::CE_ToolBoxTab:
-        return paintToolBoxTab(context);
     case QStyle::CE_SizeGrip:
         return paintSizeGrip(context);
     case QStyle::CE_Splitter:
@@ -235,7 +224,13 @@ bool paintControl(QStyle::ControlElement element, const ElementContext &context)
         return paintItem(context);
     case QStyle::CE_ShapedFrame:
         return paintShapedFrame(context);
+    case QStyle::CE_Header:
+    case QStyle::CE_ToolBoxTab:
     case QStyle::CE_PushButton:
+    case QStyle::CE_CheckBox:
+    case QStyle::CE_CheckBoxLabel:
+    case QStyle::CE_RadioButton:
+    case QStyle::CE_RadioButtonLabel:
     case QStyle::CE_CustomBase:
         break;
     }

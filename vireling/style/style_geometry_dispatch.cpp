@@ -15,12 +15,11 @@
 #include "vireling/style/elements/progress_bar.h"
 #include "vireling/style/elements/push_button.h"
 #include "vireling/style/elements/scroll_bar.h"
+#include "vireling/style/elements/size_grip.h"
 #include "vireling/style/elements/slider.h"
 #include "vireling/style/elements/spin_box.h"
-#include "vireling/style/elements/splitter.h"
 #include "vireling/style/elements/tab_bar.h"
 #include "vireling/style/elements/tab_widget.h"
-#include "vireling/style/elements/tool_bar.h"
 #include "vireling/style/elements/tool_box.h"
 #include "vireling/style/elements/tool_button.h"
 #include "vireling/style/elements/tree_view.h"
@@ -40,9 +39,13 @@ std::optional<QRect> elementRect(QStyle::SubElement element, const ElementContex
         return pushButtonContents(context);
     case QStyle::SE_PushButtonFocusRect:
         return pushButtonFocusRect(context, element);
+    case QStyle::SE_CheckBoxIndicator:
+    case QStyle::SE_CheckBoxContents:
     case QStyle::SE_CheckBoxFocusRect:
+    case QStyle::SE_RadioButtonIndicator:
+    case QStyle::SE_RadioButtonContents:
     case QStyle::SE_RadioButtonFocusRect:
-        return checkBoxFocusRect(context, element);
+        return checkBoxPart(context, element);
     case QStyle::SE_ComboBoxFocusRect:
         return comboBoxFocusRect(context);
     case QStyle::SE_SliderFocusRect:
@@ -71,12 +74,9 @@ std::optional<QRect> elementRect(QStyle::SubElement element, const ElementContex
     case QStyle::SE_LineEditContents:
         return lineEditContents(context);
     case QStyle::SE_FrameContents:
-        return frameContents(context, element);
-    case QStyle::SE_DockWidgetCloseButton:
-    case QStyle::SE_DockWidgetFloatButton:
+        return frameContents(context);
     case QStyle::SE_DockWidgetTitleBarText:
-    case QStyle::SE_DockWidgetIcon:
-        return dockWidgetPart(context, element);
+        return dockWidgetTitleText(context);
     case QStyle::SE_ItemViewItemDecoration:
     case QStyle::SE_ItemViewItemText:
     case QStyle::SE_ItemViewItemFocusRect:
@@ -86,21 +86,19 @@ std::optional<QRect> elementRect(QStyle::SubElement element, const ElementContex
     case QStyle::SE_TabBarTabText:
         return tabPart(context, element);
     case QStyle::SE_ShapedFrameContents:
-        return frameContents(context, element);
-    case QStyle::SE_ToolBarHandle:
-        return toolBarHandle(context);
+        return frameContents(context);
     case QStyle::SE_TabBarScrollLeftButton:
     case QStyle::SE_TabBarScrollRightButton:
     case QStyle::SE_TabBarTearIndicatorRight:
         return tabPart(context, element);
     case QStyle::SE_PushButtonBevel:
         return pushButtonFocusRect(context, element);
-    case QStyle::SE_CheckBoxIndicator:
-    case QStyle::SE_CheckBoxContents:
     case QStyle::SE_CheckBoxClickRect:
-    case QStyle::SE_RadioButtonIndicator:
-    case QStyle::SE_RadioButtonContents:
     case QStyle::SE_RadioButtonClickRect:
+    case QStyle::SE_ToolBarHandle:
+    case QStyle::SE_DockWidgetCloseButton:
+    case QStyle::SE_DockWidgetFloatButton:
+    case QStyle::SE_DockWidgetIcon:
     case QStyle::SE_CheckBoxLayoutItem:
     case QStyle::SE_ComboBoxLayoutItem:
     case QStyle::SE_DateTimeEditLayoutItem:
@@ -169,10 +167,6 @@ std::optional<QSize> contentsToSize(QStyle::ContentsType type, const ElementCont
         return menuItemSize(context, contents);
     case QStyle::CT_MenuBarItem:
         return menuBarItemSize(context, contents);
-    case QStyle::CT_MenuBar:
-        return menuBarSize(context, contents);
-    case QStyle::CT_Menu:
-        return menuSize(context, contents);
     case QStyle::CT_TabBarTab:
         return tabSize(context, contents);
     case QStyle::CT_Slider:
@@ -192,9 +186,11 @@ std::optional<QSize> contentsToSize(QStyle::ContentsType type, const ElementCont
     case QStyle::CT_GroupBox:
         return groupBoxSize(context, contents);
     case QStyle::CT_MdiControls:
-        return mdiControlsSize(context, contents);
+        return mdiControlsSize(context);
     case QStyle::CT_ItemViewItem:
         return itemSize(context, contents);
+    case QStyle::CT_Menu:
+    case QStyle::CT_MenuBar:
     case QStyle::CT_Splitter:
     case QStyle::CT_DialogButtons:
     case QStyle::CT_CustomBase:

@@ -9,6 +9,6 @@ namespace Vireling {
 bool paintDockWidgetTitle(const ElementContext &context);
 bool paintDockWidgetFrame(const ElementContext &context);
 bool paintDockWidgetResizeHandle(const ElementContext &context);
-std::optional<QRect> dockWidgetPart(const ElementContext &context, QStyle::SubElement element);
+std::optional<QRect> dockWidgetTitleText(const ElementContext &context);
 
 } // namespace Vireling

@@ -7,9 +7,7 @@
 namespace Vireling {
 
 bool paintFrame(const ElementContext &context);
-bool paintWindowFrame(const ElementContext &context);
-bool paintWidgetGround(const ElementContext &context);
 bool paintShapedFrame(const ElementContext &context);
-std::optional<QRect> frameContents(const ElementContext &context, QStyle::SubElement element);
+std::optional<QRect> frameContents(const ElementContext &context);
 
 } // namespace Vireling

@@ -6,7 +6,11 @@
 
 namespace Vireling {
 
-bool paintHeader(const ElementContext &context);
+/*
+ * The headers of tables and trees, and the button in a table's corner. They are
+ * composed by QCommonStyle: section, label, arrow.
+ */
+
 bool paintHeaderSection(const ElementContext &context);
 bool paintHeaderLabel(const ElementContext &context);
 bool paintHeaderEmptyArea(const ElementContext &context);

@@ -10,6 +10,5 @@ bool paintMenuBarItem(const ElementContext &context);
 bool paintMenuBarEmptyArea(const ElementContext &context);
 bool paintMenuBarPanel(const ElementContext &context);
 std::optional<QSize> menuBarItemSize(const ElementContext &context, const QSize &contents);
-std::optional<QSize> menuBarSize(const ElementContext &context, const QSize &contents);
 
 } // namespace Vireling

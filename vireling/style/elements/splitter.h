@@ -2,13 +2,8 @@
 
 #include "vireling/style/element_context.h"
 
-#include <optional>
-
 namespace Vireling {
 
 bool paintSplitter(const ElementContext &context);
-bool paintSizeGrip(const ElementContext &context);
-bool paintRubberBand(const ElementContext &context);
-std::optional<QSize> sizeGripSize(const ElementContext &context, const QSize &contents);
 
 } // namespace Vireling

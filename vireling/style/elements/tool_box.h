@@ -6,7 +6,6 @@
 
 namespace Vireling {
 
-bool paintToolBoxTab(const ElementContext &context);
 bool paintToolBoxTabShape(const ElementContext &context);
 bool paintToolBoxTabLabel(const ElementContext &context);
 std::optional<QRect> toolBoxTabContents(const ElementContext &context);

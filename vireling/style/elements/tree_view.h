@@ -9,4 +9,7 @@ namespace Vireling {
 bool paintBranch(const ElementContext &context);
 std::optional<QRect> disclosureItem(const ElementContext &context);
 
+/** Whether branches are drawn before the item: its row then begins further out. */
+bool hasBranches(const QWidget *view, const QStyleOptionViewItem &item);
+
 } // namespace Vireling
