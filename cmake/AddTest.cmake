@@ -3,7 +3,7 @@
 #             [SANDBOXED])
 #
 # One QtTest program, registered with ctest under the label of its ring. It runs
-# on the offscreen platform and may take TIMEOUT seconds (60 unless given)
+# on the offscreen platform, at 96 dots per inch, with one font, and may take TIMEOUT seconds (60 unless given)
 # before it counts as hung. SANDBOXED runs it in the sandbox, for tests whose
 # product paths ("/user_data") or shared memory must not be the machine's own.
 #
@@ -16,6 +16,8 @@ endforeach()
 
 set(leak_options
     "suppressions=${CMAKE_SOURCE_DIR}/tests/support/leak_suppressions.txt:print_suppressions=0")
+
+set(test_fonts ${CMAKE_SOURCE_DIR}/tests/support/fonts.conf)
 
 function(r4_add_test)
     cmake_parse_arguments(TEST "SANDBOXED" "NAME;RING;TIMEOUT" "SOURCES;LIBRARIES;LABELS" ${ARGN})
@@ -39,5 +41,5 @@ function(r4_add_test)
     set_tests_properties(${TEST_NAME} PROPERTIES
         LABELS "${TEST_RING};${TEST_LABELS}"
         TIMEOUT ${TEST_TIMEOUT}
-        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;TZ=UTC;LSAN_OPTIONS=${leak_options}")
+        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QT_FONT_DPI=96;FONTCONFIG_FILE=${test_fonts};LC_ALL=C.UTF-8;TZ=UTC;LSAN_OPTIONS=${leak_options}")
 endfunction()
