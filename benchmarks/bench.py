@@ -155,6 +155,24 @@ def start_up(table, files, missing, rounds):
     table.ratio("reporter, 1 MiB / (1.3 bare windows and bsdtar)", one, allowed)
 
 
+def toolkit(table, rounds):
+    """Our style beside Fusion on every page of the gallery, and icons from the cache."""
+    samples = {}
+    for _ in range(rounds):
+        for line in runs.toolkit_bench().splitlines():
+            name, ours, theirs = line.split()
+            samples.setdefault(name, []).append((float(ours), float(theirs)))
+    table.head(f"Toolkit: painting every page of the gallery, our style / Fusion, {rounds} rounds")
+    pages = {name[len("page:"):]: pairs for name, pairs in samples.items() if name.startswith("page:")}
+    for name, pairs in pages.items():
+        table.figures(f"{name}, ratio", [ours / theirs for ours, theirs in pairs])
+    totals = [tuple(map(sum, zip(*pairs))) for pairs in zip(*pages.values())]
+    table.figures("all pages, milliseconds in our style", [ours for ours, _ in totals])
+    table.figures("all pages, ratio", [ours / theirs for ours, theirs in totals])
+    rendered_by_cached = [rendered / cached for rendered, cached in samples["icon"]]
+    table.figures("an icon rendered / from the cache", rendered_by_cached, 1)
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("--rounds", type=int, default=6, help="pairs of rounds of the long comparison (6)")
@@ -175,6 +193,7 @@ def main():
     packaging(table, first_package(images["256 MiB"], log), rounds)
     memory(table, {name: images[name] for name in ("1 MiB", "1024 MiB")}, log, missing, 2)
     start_up(table, first_package(images["1 MiB"], log), missing, 4 * rounds)
+    toolkit(table, rounds)
     table.head(f"Load {os.getloadavg()[0]:.1f} at the end")
     (runs.PLACE / "results.txt").write_text("\n".join(table.lines) + "\n")
     for path in images.values():

@@ -81,3 +81,15 @@ def bsdtar(files, synced, **where):
 
 def bare_window():
     return Run([*MEASURED, BUILD / "benchmarks" / "bare_window"], "exit")
+
+
+def toolkit_bench():
+    """What benchmarks/toolkit_bench.cpp prints; it touches nothing and needs no sandbox."""
+    environment = dict(
+        os.environ,
+        QT_QPA_PLATFORM="offscreen",
+        QT_FONT_DPI="96",
+        FONTCONFIG_FILE=str(PROJECT / "tests" / "support" / "fonts.conf"),
+    )
+    command = [BUILD / "benchmarks" / "toolkit_bench"]
+    return subprocess.run(command, env=environment, text=True, check=True, stdout=subprocess.PIPE).stdout
