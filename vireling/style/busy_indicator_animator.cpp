@@ -25,8 +25,12 @@ bool isExposed(const QWidget &widget)
     return window && window->isExposed() && !widget.visibleRegion().isEmpty();
 }
 
-bool isMoving(const QProgressBar &bar)
+bool isMoving(const QWidget &widget)
 {
+    const auto *progressBar = qobject_cast<const QProgressBar *>(&widget);
+    if (!progressBar)
+        return false;
+    const QProgressBar &bar = *progressBar;
     return bar.minimum() == 0 && bar.maximum() == 0 && bar.isEnabled() && bar.isVisible() &&
            !bar.property(busyPhaseProperty).isValid() && isExposed(bar);
 }
@@ -73,7 +77,7 @@ bool BusyIndicatorAnimator::eventFilter(QObject *watched, QEvent *event)
 {
     // A bar gets busy without a signal, but never without a repaint.
     if (event->type() == QEvent::Paint)
-        animate(static_cast<QProgressBar *>(watched));
+        animate(static_cast<QWidget *>(watched));
     else if (event->type() == QEvent::Hide)
         dropIdleBars();
     return false;
@@ -84,11 +88,11 @@ void BusyIndicatorAnimator::timerEvent(QTimerEvent *event)
     if (event->timerId() != timer.timerId())
         return;
     dropIdleBars();
-    for (const QPointer<QProgressBar> &bar : moving)
+    for (const QPointer<QWidget> &bar : moving)
         bar->update();
 }
 
-void BusyIndicatorAnimator::animate(QProgressBar *bar)
+void BusyIndicatorAnimator::animate(QWidget *bar)
 {
     if (!isMoving(*bar) || std::find(moving.cbegin(), moving.cend(), bar) != moving.cend())
         return;
@@ -99,7 +103,7 @@ void BusyIndicatorAnimator::animate(QProgressBar *bar)
 
 void BusyIndicatorAnimator::dropIdleBars()
 {
-    const auto idle = [](const QPointer<QProgressBar> &bar) { return !bar || !isMoving(*bar); };
+    const auto idle = [](const QPointer<QWidget> &bar) { return !bar || !isMoving(*bar); };
     moving.erase(std::remove_if(moving.begin(), moving.end(), idle), moving.end());
     if (moving.empty())
         timer.stop();

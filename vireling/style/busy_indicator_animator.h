@@ -6,7 +6,6 @@
 
 #include <vector>
 
-class QProgressBar;
 class QStyleOptionProgressBar;
 class QWidget;
 
@@ -52,10 +51,11 @@ protected:
     void timerEvent(QTimerEvent *event) override;
 
 private:
-    void animate(QProgressBar *bar);
+    void animate(QWidget *bar);
     void dropIdleBars();
 
-    std::vector<QPointer<QProgressBar>> moving;
+    // Not as progress bars: one that is being destroyed is only a widget any more.
+    std::vector<QPointer<QWidget>> moving;
     QBasicTimer timer;
 };
 

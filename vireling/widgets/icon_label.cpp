@@ -76,6 +76,8 @@ void IconLabel::paintEvent(QPaintEvent *event)
         shownIcon.pixmap(nativeWindowOf(*this), iconSize(),
                          isEnabled() ? QIcon::Normal : QIcon::Disabled, QIcon::On);
     QPainter painter(this);
+    // Icons that come as small pixels only are enlarged on screens of higher ratios.
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
     style()->drawItemPixmap(&painter, contentsRect(), Qt::AlignCenter, pixmap);
 }
 
