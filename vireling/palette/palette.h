@@ -18,7 +18,7 @@ constexpr int colourRoleCount = int(ColourRole::NColourRoles);
 constexpr int colourGroupCount = QPalette::NColorGroups;
 
 /** Which brushes of the toolkit's own roles were set: bit group * colourRoleCount + role. */
-using ColourRoleMask = std::bitset<colourGroupCount * colourRoleCount>;
+using ColourRoleMask = std::bitset<std::size_t(colourGroupCount) * colourRoleCount>;
 
 /** A role of either family, so that one setter serves both. */
 struct PaletteRoleKey

@@ -44,7 +44,7 @@ void store(const Origin &origin, QWidget *widget)
 /** The part of the widget's user palette that did not come from its parent. */
 std::optional<UserPalette> ownPart(const QWidget *widget)
 {
-    const std::optional<UserPalette> shown = userPalette(widget);
+    std::optional<UserPalette> shown = userPalette(widget);
     const QVariant origin = widget->property(originProperty);
     // Otherwise somebody has set the property since, and all of it is the widget's own.
     if (shown && origin.isValid() && origin.value<Origin>().shown == *shown)

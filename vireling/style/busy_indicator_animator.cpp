@@ -47,7 +47,8 @@ qreal busyPosition(const QWidget *bar)
     const QVariant fixed = bar ? bar->property(busyPhaseProperty) : QVariant();
     if (fixed.isValid())
         return std::clamp(fixed.toReal(), 0.0, 1.0);
-    if (!qobject_cast<const QProgressBar *>(bar) || !bar->isEnabled())
+    const auto *progressBar = qobject_cast<const QProgressBar *>(bar);
+    if (!progressBar || !progressBar->isEnabled())
         return 0.5; // nobody would repaint it
     const auto now = std::chrono::steady_clock::now().time_since_epoch();
     const auto since = std::chrono::duration_cast<std::chrono::milliseconds>(now) % roundTrip;

@@ -11,22 +11,22 @@ namespace {
 
 struct Message
 {
-    QMessageBox::Icon icon;
     const char *title;
     const char *text;
     const char *details;
+    QMessageBox::Icon icon;
     QMessageBox::StandardButtons buttons;
 };
 
 const Message messages[]{
-    {QMessageBox::Information, "Information", "The report has been saved.", "It is on the USB key.",
+    {"Information", "The report has been saved.", "It is on the USB key.", QMessageBox::Information,
      QMessageBox::Ok},
-    {QMessageBox::Question, "Question", "Restart now?", "What is not saved is lost.",
+    {"Question", "Restart now?", "What is not saved is lost.", QMessageBox::Question,
      QMessageBox::Yes | QMessageBox::No},
-    {QMessageBox::Warning, "Warning", "The USB key is nearly full.", "Free some space on it.",
+    {"Warning", "The USB key is nearly full.", "Free some space on it.", QMessageBox::Warning,
      QMessageBox::Retry | QMessageBox::Cancel},
-    {QMessageBox::Critical, "Error", "The report could not be saved.",
-     "The USB key was pulled out.", QMessageBox::Ok | QMessageBox::Cancel},
+    {"Error", "The report could not be saved.", "The USB key was pulled out.",
+     QMessageBox::Critical, QMessageBox::Ok | QMessageBox::Cancel},
 };
 
 QWidget *makeBox(PageWidget *page, const Message &message)
