@@ -7,9 +7,12 @@ only a run that went wrong makes this fail.
 import argparse
 import hashlib
 import os
+import pathlib
 import platform
+import re
 import statistics
 import tarfile
+import time
 
 import core_image
 import runs
@@ -155,6 +158,51 @@ def start_up(table, files, missing, rounds):
     table.ratio("reporter, 1 MiB / (1.3 bare windows and bsdtar)", one, allowed)
 
 
+def crash_screen(table, rounds):
+    samples = by_turns({"bare dialog": runs.bare_dialog, "crash screen": runs.crash_screen}, rounds)
+    bare, ours = samples["bare dialog"], samples["crash screen"]
+    table.head(f"From exec to the first painted screen, {rounds} rounds")
+    for name, usages in samples.items():
+        table.figures(f"{name}, wall milliseconds", [1000 * usage.wall for usage in usages], 1)
+    table.ratio("crash screen / bare dialog, wall", values(ours, "wall"), values(bare, "wall"))
+    counts = [start(counting=True).finish().instructions for start in (runs.crash_screen, runs.bare_dialog)]
+    table.row("crash screen / bare dialog, instructions", f"{counts[0] / counts[1]:9.3f}  ({counts[0]} / {counts[1]})")
+    above = [a - b for a, b in zip(values(ours, "resident"), values(bare, "resident"))]
+    table.figures("crash screen above bare dialog, resident MiB", above, 1)
+
+
+def wake_ups(seconds_left, duration):
+    """How often the program's main thread slept in `duration` seconds with its screen up."""
+    run = runs.crash_screen(seconds=seconds_left, stay=True)
+    try:
+        run.wait_for_record()
+        time.sleep(2)  # what follows the first painting
+        pid = next(p for p in pathlib.Path("/proc").glob("[0-9]*") if comm_of(p) == "crash_reporter")
+        before = switches_of(pid)
+        time.sleep(duration)
+        return switches_of(pid) - before
+    finally:
+        run.end()
+
+
+def comm_of(process):
+    try:
+        return (process / "comm").read_text().strip()
+    except OSError:
+        return ""
+
+
+def switches_of(process):
+    status = (process / "status").read_text()
+    return int(re.search(r"^voluntary_ctxt_switches:\s+(\d+)", status, re.M).group(1))
+
+
+def idle(table):
+    table.head("Idle: times the program woke up in 20 seconds")
+    table.row("no countdown", f"{wake_ups(-1, 20):9d}")
+    table.row("countdown of 600 seconds", f"{wake_ups(600, 20):9d}")
+
+
 def toolkit(table, rounds):
     """Our style beside Fusion on every page of the gallery, and icons from the cache."""
     samples = {}
@@ -193,6 +241,8 @@ def main():
     packaging(table, first_package(images["256 MiB"], log), rounds)
     memory(table, {name: images[name] for name in ("1 MiB", "1024 MiB")}, log, missing, 2)
     start_up(table, first_package(images["1 MiB"], log), missing, 4 * rounds)
+    crash_screen(table, 2 * rounds)
+    idle(table)
     toolkit(table, rounds)
     table.head(f"Load {os.getloadavg()[0]:.1f} at the end")
     (runs.PLACE / "results.txt").write_text("\n".join(table.lines) + "\n")

@@ -1,14 +1,26 @@
 """One measured run of a program in the sandbox."""
 import os
+import re
 import shutil
 import subprocess
+import time
 from dataclasses import dataclass
 from pathlib import Path
 
 PROJECT = Path(__file__).resolve().parent.parent
 BUILD = PROJECT / "build" / "release"
 PLACE = PROJECT / "build" / "bench"
-MEASURED = [str(PROJECT / "benchmarks" / "measured"), str(BUILD / "benchmarks" / "end_probe.so"), "/tmp/record"]
+SCREEN_TITLE = "R4 Error Reporter"
+
+
+def measured(probe):
+    """The words before a command that load the probe into it and name the record."""
+    return [str(PROJECT / "benchmarks" / "measured"), str(BUILD / "benchmarks" / probe), "/tmp/record"]
+
+
+MEASURED = measured("end_probe.so")
+UNTIL_PAINTED = measured("paint_probe.so")
+COUNTING = ["valgrind", "--tool=callgrind", "--callgrind-out-file=/dev/null"]
 
 
 @dataclass
@@ -16,6 +28,8 @@ class Usage:
     wall: float  # seconds from exec to the end, or to reboot(2)
     cpu: float  # seconds of user and system time
     peak: float  # MiB of memory at most
+    resident: float  # MiB of memory at the end
+    instructions: int  # 0 unless counted
     output: int  # bytes left in /user_data
 
 
@@ -60,7 +74,26 @@ class Run:
             raise RuntimeError(f"{self.process.args} did not end by {self.expected_end}:\n{report}{said}")
         record = dict(line.split("=") for line in (self.place / "tmp" / "record").read_text().split())
         output = sum(file.stat().st_size for file in (self.place / "user_data").rglob("*") if file.is_file())
-        return Usage(float(record["wall"]), float(record["cpu"]), int(record["peak_kib"]) / 1024, output)
+        collected = re.search(r"Collected : (\d+)", said)
+        return Usage(
+            wall=float(record["wall"]),
+            cpu=float(record["cpu"]),
+            peak=int(record["peak_kib"]) / 1024,
+            resident=int(record["resident_kib"]) / 1024,
+            instructions=int(collected.group(1)) if collected else 0,
+            output=output,
+        )
+
+    def wait_for_record(self):
+        record = self.place / "tmp" / "record"
+        while not (record.exists() and record.read_text().count("\n") >= 4):
+            if self.process.poll() is not None:
+                raise RuntimeError(f"{self.process.args} ended before it was measured")
+            time.sleep(0.05)
+
+    def end(self):
+        self.process.terminate()
+        self.process.communicate()
 
 
 def reporter(dump, log, **where):
@@ -68,6 +101,23 @@ def reporter(dump, log, **where):
     scenario = [BUILD / "bin" / "crash_scenario", "--unattended", "--serial", "R4-000123", "--device-type", "3"]
     scenario += ["--version", "2.5.1", "--dump", dump, "--log", log, "--output", "started", "--output", "crashed"]
     return Run([*scenario, "--", *MEASURED, BUILD / "bin" / "crash_reporter"], "reboot", **where)
+
+
+def crash_screen(counting=False, seconds=-1, stay=False):
+    """The shipped program until its screen has been painted; with `stay` it goes on."""
+    scenario = [BUILD / "bin" / "crash_scenario", "--seconds", str(seconds), "--serial", "R4-000123"]
+    scenario += ["--device-type", "3", "--version", "2.5.1", "--dump", "/tmp/none.core"]
+    return _until_painted([*scenario, "--"], BUILD / "bin" / "crash_reporter", counting, stay)
+
+
+def bare_dialog(counting=False):
+    return _until_painted([], BUILD / "benchmarks" / "bare_dialog", counting, False)
+
+
+def _until_painted(before, program, counting, stay):
+    command = [*before, *UNTIL_PAINTED, *(COUNTING if counting else []), program]
+    environment = [f"R4_BENCH_WINDOW={SCREEN_TITLE}", "QT_FONT_DPI=96"]
+    return Run(command, "exit", environment + (["R4_BENCH_STAY=1"] if stay else []))
 
 
 def bsdtar(files, synced, **where):

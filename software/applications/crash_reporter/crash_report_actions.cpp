@@ -1,6 +1,7 @@
 // What R4CrashReporterApplication does with a report: save it, ask about it, pack it for mailing.
 
 #include "crash_reporter/crash_dump_package.h"
+#include "crash_reporter/crash_report_widget.h"
 #include "crash_reporter/r4_crash_reporter_application.h"
 #include "tessel_core/io/file_sync.h"
 #include "tessel_core/log.h"
@@ -46,6 +47,8 @@ bool R4CrashReporterApplication::createDumpPackage(const QString &path)
     report.dateTime = crashTime;
     report.clientInfo = sharedClientInfo();
     report.outputLog = &outputLog;
+    if (crashReportWidget)
+        report.comments = crashReportWidget->comments();
     if (!report.clientInfo) {
         qDebug("Error: cannot access shared memory segment");
         return false;
@@ -54,6 +57,17 @@ bool R4CrashReporterApplication::createDumpPackage(const QString &path)
         return false;
     reportUnsaved = false;
     return true;
+}
+
+bool R4CrashReporterApplication::saveCrashReport()
+{
+    trace(0, "Saving crash report\n");
+    // Keys cannot be reached yet: none is ever found.
+    QMessageBox::critical(activeWindow(), tr("Error"),
+                          tr("Failed to detect a USB disk.  Please ensure your USB disk is "
+                             "correctly inserted."),
+                          QMessageBox::Ok);
+    return false;
 }
 
 bool R4CrashReporterApplication::autoSaveCrashReport()

@@ -1,7 +1,11 @@
 #include "crash_reporter/r4_crash_reporter_application.h"
+#include "vireling/palette/process_initialisers.h"
 
 int main(int argc, char **argv)
 {
+    Vireling::initialiseHighDpi();
+    Vireling::initialiseResources();
+    Vireling::initialiseToolkit();
     R4CrashReporterApplication app(argc, argv);
     return app.exec();
 }

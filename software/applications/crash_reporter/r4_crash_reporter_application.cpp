@@ -1,17 +1,23 @@
 #include "crash_reporter/r4_crash_reporter_application.h"
 
 #include "crash_reporter/crash_data.h"
+#include "crash_reporter/crash_report_widget.h"
+#include "crash_reporter/device_type.h"
+#include "crash_reporter/safe_shutdown_widget.h"
 #include "tessel_core/error_report.h"
 #include "tessel_core/log.h"
 #include "tessel_core/shared_client_info.h"
 #include "tessel_core/talvorin_watchdog.h"
 #include "tessel_core/watchdog.h"
+#include "vireling/style/appearance.h"
 
 #include <QFile>
 #include <QFileInfo>
 #include <QMouseEvent>
 #include <QScopedValueRollback>
+#include <QScreen>
 #include <QTimerEvent>
+#include <QWindow>
 
 #include <sys/mount.h>
 #include <sys/reboot.h>
@@ -36,6 +42,23 @@ constexpr QPoint noAnchor(-1, -1);
 /** Pixels, right plus down, within which a pointer still counts as resting. */
 constexpr int restlessPointer = 9;
 
+/**
+ * Pressing the backdrop makes a window manager raise it, and the operator would be left
+ * with a crash screen behind it that no key brings back.
+ */
+void keepAboveBackdrop(const QWidget &screen, const QWidget &backdrop)
+{
+    screen.winId(); // makes the native window
+    screen.windowHandle()->setTransientParent(backdrop.windowHandle());
+}
+
+/** QDialog would leave room for a window manager's frame, which the screen does not have. */
+void centreOnScreen(QWidget &window)
+{
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    window.move(screen.center() - window.rect().center());
+}
+
 /** Where the first movement was seen, in the coordinates of whichever widget got it. */
 QPoint activityAnchor = noAnchor;
 
@@ -46,10 +69,12 @@ R4CrashReporterApplication::R4CrashReporterApplication(int &argc, char **argv)
 {
     // Whoever started us has crashed, and may be gone before it reads a line of ours.
     std::signal(SIGPIPE, SIG_IGN);
+    Vireling::installAppearance(Vireling::Theme::Dark);
     setUpWatchdog();
     sharedClientInfo();
     // The main application waits for this line, whatever became of the block.
     std::cout << "connected" << std::endl;
+    showBackdrop();
     postEvent(this, new QEvent(launchEventType));
 }
 
@@ -68,6 +93,15 @@ void R4CrashReporterApplication::setUpWatchdog()
     setWatchdogClient(watchdogClient, true);
     watchdogTimerId = startTimer(watchdogTickMilliseconds, Qt::CoarseTimer);
     watchdogClientAlive(watchdogClient);
+}
+
+void R4CrashReporterApplication::showBackdrop()
+{
+    const SharedClientInfo *info = sharedClientInfo();
+    safeShutdownWidget = new SafeShutdownWidget;
+    safeShutdownWidget->setDeviceName(info ? deviceTypeName(info->deviceType) : QString());
+    safeShutdownWidget->raise();
+    safeShutdownWidget->showMaximized();
 }
 
 bool R4CrashReporterApplication::event(QEvent *event)
@@ -115,13 +149,33 @@ void R4CrashReporterApplication::crashReported()
         saveAndRestart();
         return;
     }
-    const qint32 seconds = info->autoActionSeconds;
-    if (seconds == 0 && info->unattendedRestart != 0) {
+    if (info->autoActionSeconds == 0 && info->unattendedRestart != 0) {
         saveAndRestart();
         return;
     }
-    if (seconds > 0)
-        startCountdown(seconds);
+    showCrashReport(*info);
+}
+
+void R4CrashReporterApplication::showCrashReport(const SharedClientInfo &info)
+{
+    crashReportWidget = new CrashReportWidget;
+    crashReportWidget->setDateTime(crashTime);
+    crashReportWidget->setClientInfo(&info);
+    connect(crashReportWidget, &CrashReportWidget::sendRequested, this,
+            &R4CrashReporterApplication::sendCrashReport);
+    connect(crashReportWidget, &CrashReportWidget::saveRequested, this,
+            &R4CrashReporterApplication::saveCrashReport);
+    connect(crashReportWidget, &CrashReportWidget::restartRequested, this,
+            &R4CrashReporterApplication::restart);
+    connect(crashReportWidget, &CrashReportWidget::shutdownRequested, this,
+            &R4CrashReporterApplication::shutdown);
+    if (info.autoActionSeconds > 0)
+        startCountdown(info.autoActionSeconds);
+    crashReportWidget->setWindowTitle(tr("R4 Error Reporter"));
+    crashReportWidget->resize(crashReportWidget->sizeHint());
+    centreOnScreen(*crashReportWidget);
+    keepAboveBackdrop(*crashReportWidget, *safeShutdownWidget);
+    crashReportWidget->show();
 }
 
 void R4CrashReporterApplication::saveAndRestart()
@@ -134,6 +188,7 @@ void R4CrashReporterApplication::startCountdown(qint32 seconds)
 {
     autoActionTimerId = startTimer(1000, Qt::CoarseTimer);
     autoActionSecondsLeft = seconds;
+    crashReportWidget->setCountdown(seconds);
     trace(0, "Showing crash report widget for %d seconds\n", seconds);
 }
 
@@ -147,7 +202,8 @@ void R4CrashReporterApplication::timerEvent(QTimerEvent *event)
 
 void R4CrashReporterApplication::countDown()
 {
-    if (--autoActionSecondsLeft != 0)
+    crashReportWidget->setCountdown(--autoActionSecondsLeft);
+    if (autoActionSecondsLeft != 0)
         return;
     trace(0, "Auto-action timer expired\n");
     killTimer(autoActionTimerId);
@@ -163,6 +219,7 @@ void R4CrashReporterApplication::cancelAutoAction()
     killTimer(autoActionTimerId);
     autoActionTimerId = 0;
     autoActionSecondsLeft = 0;
+    crashReportWidget->setCountdown(0);
 }
 
 bool R4CrashReporterApplication::notify(QObject *receiver, QEvent *event)
@@ -222,6 +279,11 @@ bool R4CrashReporterApplication::shutdown()
     askToSaveCrashReport();
     if (!awaitingReport)
         unmountUserData();
+    if (crashReportWidget)
+        crashReportWidget->close();
+    safeShutdownWidget->setMessageVisible(true);
+    safeShutdownWidget->raise();
+    safeShutdownWidget->show();
     return true;
 }
 

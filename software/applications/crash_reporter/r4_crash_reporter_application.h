@@ -7,15 +7,23 @@
 
 #include <memory>
 
+class CrashReportWidget;
+class SafeShutdownWidget;
+
 namespace Tessel {
 class TalvorinWatchdog;
-}
+struct SharedClientInfo;
+} // namespace Tessel
 
 /**
  * The crash reporter's own flow, from the command line to its end action: reads
  * and deletes the crash data file named by argument 1, then either saves a
  * package and reboots at once or leaves the decision to the operator, or to the
  * countdown. Feeds the hardware watchdog for as long as its event loop turns.
+ *
+ * Shows the safe shutdown screen as a backdrop from the start, and the crash report
+ * screen before it where an operator is expected. Neither is ever deleted: the process
+ * ends with the power.
  *
  * Everything runs on the GUI thread. The end actions are real: this object
  * unmounts "/user_data/" and reboots the machine it runs on.
@@ -26,8 +34,8 @@ class R4CrashReporterApplication : public QApplication
 
 public:
     /**
-     * Starts feeding the watchdog, prints "connected" and posts the launch event.
-     * From here on the process ignores SIGPIPE.
+     * Installs the toolkit's look, starts feeding the watchdog, shows the backdrop, prints
+     * "connected" and posts the launch event. From here on the process ignores SIGPIPE.
      */
     R4CrashReporterApplication(int &argc, char **argv);
     /** Unmounts "/user_data/", whatever happened before. */
@@ -37,13 +45,16 @@ public:
     bool restart();
     /**
      * Offers to save an unsaved report, then unmounts "/user_data/" unless no
-     * crash was handled. Never powers off: the process stays until the operator
-     * switches the power off. True.
+     * crash was handled, closes the crash report screen and reveals the message that
+     * the appliance may be switched off. Never powers off: the process stays until the
+     * operator does. True.
      */
     bool shutdown();
     /** shutdown() under its own trace line. True. */
     bool exitReporter();
 
+    /** For the operator: to a USB key. False, said in a message box, when there is none. */
+    bool saveCrashReport();
     /**
      * Saves a package under the first free number in "/user_data/crash_dumps/".
      * Counts as handled even after a failure, which only qDebug hears of. True.
@@ -70,6 +81,8 @@ protected:
 
 private:
     void setUpWatchdog();
+    void showBackdrop();
+    void showCrashReport(const Tessel::SharedClientInfo &info);
     void launch();
     void readCrashFile(const QString &path);
     void saveAndRestart();
@@ -79,6 +92,8 @@ private:
     void unmountUserData();
     void rebootSystem();
 
+    CrashReportWidget *crashReportWidget = nullptr;
+    SafeShutdownWidget *safeShutdownWidget = nullptr;
     bool awaitingReport = true;
     bool reportUnsaved = false;
     qint32 autoActionTimerId = 0;

@@ -6,6 +6,41 @@
 
 namespace TestSupport {
 
+namespace {
+
+/** Not by qobject_cast: the backdrop has no meta-object of its own. */
+template <typename Screen>
+Screen *shownScreen()
+{
+    for (QWidget *widget : QApplication::topLevelWidgets())
+        if (auto *screen = dynamic_cast<Screen *>(widget))
+            return screen;
+    return nullptr;
+}
+
+} // namespace
+
+void RunningReporter::end()
+{
+    if (!app)
+        return;
+    app->cancelAutoAction();                          // or it could still count on the screen
+    while (CrashReportWidget *screen = crashScreen()) // a test may report several crashes
+        delete screen;
+    delete backdrop();
+    app.reset();
+}
+
+SafeShutdownWidget *RunningReporter::backdrop() const
+{
+    return shownScreen<SafeShutdownWidget>();
+}
+
+CrashReportWidget *RunningReporter::crashScreen() const
+{
+    return shownScreen<CrashReportWidget>();
+}
+
 QStringList packages()
 {
     return QDir(packageFolder).entryList(QDir::Files, QDir::Name);

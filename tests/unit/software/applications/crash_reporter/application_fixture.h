@@ -1,14 +1,18 @@
 #pragma once
 
+#include "crash_reporter/crash_report_widget.h"
 #include "crash_reporter/r4_crash_reporter_application.h"
+#include "crash_reporter/safe_shutdown_widget.h"
 #include "support/kernel_fakes.h"
 #include "support/log_capture.h"
 #include "tessel_core/shared_client_info.h"
+#include "vireling/palette/process_initialisers.h"
 
 #include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QMessageBox>
 #include <QObject>
+#include <QPointer>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
@@ -39,11 +43,18 @@ public:
         argv.append(nullptr);
         app = std::make_unique<R4CrashReporterApplication>(argc, argv.data());
     }
+    ~RunningReporter() { end(); }
+    Q_DISABLE_COPY(RunningReporter)
 
     R4CrashReporterApplication *operator->() const { return app.get(); }
     R4CrashReporterApplication *get() const { return app.get(); }
     void launch() const { QCoreApplication::sendPostedEvents(); }
-    void end() { app.reset(); }
+    /** Ends the application object, and the screens, which it leaves to the end of the process. */
+    void end();
+
+    /** The screens; null while there is none. */
+    SafeShutdownWidget *backdrop() const;
+    CrashReportWidget *crashScreen() const;
 
     /** The id of the one coarse timer (Qt makes long ones very coarse), 0 when there is none. */
     int timerWith(int milliseconds) const
@@ -86,6 +97,7 @@ public:
             icon = box->icon();
             buttons = box->standardButtons();
             hadDefault = box->defaultButton() != nullptr;
+            parent = box->parentWidget();
             box->button(button)->click();
         });
         timer.start(0);
@@ -97,6 +109,7 @@ public:
     QMessageBox::Icon icon = QMessageBox::NoIcon;
     QMessageBox::StandardButtons buttons;
     bool hadDefault = false;
+    QPointer<QWidget> parent;
 
 private:
     QTimer timer;
@@ -128,10 +141,13 @@ protected:
     std::unique_ptr<LogCapture> log;
 };
 
-/** Instead of QTEST_MAIN: each test makes an application object of its own. */
+/** Instead of QTEST_MAIN: each test makes an application object of its own, as main() does. */
 #define APPLICATION_TEST_MAIN(TestClass)                                                           \
     int main(int argc, char **argv)                                                                \
     {                                                                                              \
+        Vireling::initialiseHighDpi();                                                             \
+        Vireling::initialiseResources();                                                           \
+        Vireling::initialiseToolkit();                                                             \
         TestClass test;                                                                            \
         return QTest::qExec(&test, argc, argv);                                                    \
     }
