@@ -213,6 +213,16 @@ QStringList crashCommand(const QStringList &scenarioOptions, const QStringList &
     return QStringList{crashScenarioProgram()} + scenarioOptions + QStringList{"--"} + reporter;
 }
 
+QStringList leftInTmp(const SandboxResult &result)
+{
+    QStringList left;
+    for (const QString &name : result.tmpFilesLeft) {
+        if (!name.startsWith(QLatin1String("qipc_")))
+            left.append(name);
+    }
+    return left;
+}
+
 QStringList filesBelow(const QString &folder)
 {
     QStringList files;

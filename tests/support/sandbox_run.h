@@ -136,6 +136,12 @@ QString crashReporterProgram();
 QStringList crashCommand(const QStringList &scenarioOptions,
                          const QStringList &reporter = {crashReporterProgram()});
 
+/**
+ * What stays in "/tmp", but for the files Qt makes the native keys of shared memory
+ * of: at a reboot it is chance which process still gets to remove them.
+ */
+QStringList leftInTmp(const SandboxResult &result);
+
 /** What is in a folder, in the form of SandboxResult::filesLeft. */
 QStringList filesBelow(const QString &folder);
 

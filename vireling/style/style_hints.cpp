@@ -98,6 +98,9 @@ int Style::styleHint(StyleHint hint, const QStyleOption *option, const QWidget *
     // The buttons of a message stand where those of every other dialog do.
     case SH_MessageBox_CenterButtons:
         return 0;
+    // Their texts say it; the platform's little pictures belong to no theme of ours.
+    case SH_DialogButtonBox_ButtonsHaveIcons:
+        return 0;
     // The selected page is marked by its bar and chevron; bold would make its title jump.
     case SH_ToolBox_SelectedPageTitleBold:
         return 0;

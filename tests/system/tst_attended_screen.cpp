@@ -1,0 +1,143 @@
+// The crash screen while it is up: what the operator's keys and pointer do to it,
+// and what of it reaches the report.
+
+#include "attended_crash.h"
+
+#include <QTest>
+
+using namespace TestSupport;
+
+class AttendedScreenTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void commentsReachTheReport_data();
+    void commentsReachTheReport();
+    void theTabKeyVisitsTheButtonsAndReturns();
+    void theReturnKeyPressesTheButtonWithTheFocus();
+    void escapeLeavesItUp();
+    void savingWithoutAKeySaysSoAboveTheScreen();
+    void aPressOnTheBackdropDoesNotCoverIt();
+};
+
+void AttendedScreenTest::commentsReachTheReport_data()
+{
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QByteArray>("written");
+    QTest::newRow("nothing") << QString() << QByteArray();
+    QTest::newRow("lines") << "first\n\n third " << QByteArray("first\n\n third ");
+    QTest::newRow("marks of XML") << "\"a\" & 'b' <c> ]]> &amp;"
+                                  << QByteArray(
+                                         "&quot;a&quot; &amp; 'b' &lt;c&gt; ]]&gt; &amp;amp;");
+    QTest::newRow("letters of the world") << QString::fromUtf8("é € 日") << QByteArray("é € 日");
+    QTest::newRow("beyond 16 bits")
+        << QString::fromUtf8("lost 😀 again😀") << QByteArray("lost 😀 again😀");
+}
+
+void AttendedScreenTest::commentsReachTheReport()
+{
+    QFETCH(QString, typed);
+    QFETCH(QByteArray, written);
+    AttendedCrash crash;
+    crash.start({"--seconds", "60"});
+    QVERIFY(crash.waitForScreen());
+    crash.session.type(typed);
+    crash.pressRestart();
+    QVERIFY(crash.waitForWindow(questionTitle));
+    crash.session.press({"alt+y"});
+    const SandboxResult result = crash.finish();
+    QCOMPARE(result.end, End::Reboot);
+    QCOMPARE(result.filesLeft, QStringList{firstPackage});
+    QCOMPARE(crash.report(), reportWithComments(written));
+}
+
+void AttendedScreenTest::theTabKeyVisitsTheButtonsAndReturns()
+{
+    AttendedCrash crash;
+    crash.start({});
+    QVERIFY(crash.waitForScreen());
+    crash.session.type("to ");
+    crash.session.press({"Tab", "Tab", "Tab", "Tab"});
+    crash.session.type("and fr");
+    crash.session.press({"shift+Tab", "shift+Tab", "shift+Tab", "shift+Tab"});
+    crash.session.type("o");
+    crash.pressRestart();
+    QVERIFY(crash.waitForWindow(questionTitle));
+    crash.session.press({"alt+y"});
+    QCOMPARE(crash.finish().end, End::Reboot);
+    QCOMPARE(crash.report(), reportWithComments("to and fro"));
+}
+
+void AttendedScreenTest::theReturnKeyPressesTheButtonWithTheFocus()
+{
+    AttendedCrash crash;
+    crash.start({});
+    QVERIFY(crash.waitForScreen());
+    crash.session.press({"Tab", "Tab", "Return"});
+    QVERIFY(crash.waitForWindow(questionTitle));
+    crash.session.press({"alt+n"});
+    QCOMPARE(crash.finish().end, End::Reboot);
+}
+
+void AttendedScreenTest::escapeLeavesItUp()
+{
+    AttendedCrash crash;
+    crash.start({});
+    QVERIFY(crash.waitForScreen());
+    crash.session.press({"Escape"});
+    // Also with the focus on a button, where a dialog would act on it just as well.
+    crash.session.press({"Tab", "Escape", "shift+Tab"});
+    crash.session.type("still here");
+    QVERIFY(crash.waitUntilIdle());
+    QCOMPARE(crash.session.activeWindow(), screenTitle);
+    QCOMPARE(crash.session.geometry(screenTitle), crash.screen);
+    crash.pressRestart();
+    QVERIFY(crash.waitForWindow(questionTitle));
+    crash.session.press({"alt+y"});
+    QCOMPARE(crash.finish().end, End::Reboot);
+    QCOMPARE(crash.report(), reportWithComments("still here"));
+}
+
+void AttendedScreenTest::savingWithoutAKeySaysSoAboveTheScreen()
+{
+    AttendedCrash crash;
+    crash.start({});
+    QVERIFY(crash.waitForScreen());
+    crash.pressSave();
+    QVERIFY(crash.waitForWindow(errorTitle));
+    const QRect box = crash.session.geometry(errorTitle);
+    QVERIFY(crash.screen.intersects(box));
+    crash.session.press({"Return"});
+    QVERIFY(crash.waitForWindow(screenTitle));
+    QVERIFY(crash.run.waitUntil([&] { return crash.session.geometry(errorTitle).isEmpty(); }));
+
+    const SandboxResult result = crash.switchOff();
+    QCOMPARE(result.userData, UserData::Mounted);
+    QCOMPARE(result.filesLeft, QStringList());
+    QCOMPARE(leftInTmp(result), filesOfTheCrash());
+    QCOMPARE(crash.systemCalls(), QList<QByteArray>());
+}
+
+/** The window manager raises what is pressed: the crash screen has to come along. */
+void AttendedScreenTest::aPressOnTheBackdropDoesNotCoverIt()
+{
+    AttendedCrash crash;
+    crash.start({});
+    QVERIFY(crash.waitForScreen());
+    const QImage before = crash.session.picture(crash.screen);
+    crash.session.movePointer(crash.screen.topLeft() - QPoint(100, 50));
+    crash.session.click();
+    const auto hasLostTheKeyboard = [&] { return crash.session.activeWindow() != screenTitle; };
+    crash.run.waitUntil(hasLostTheKeyboard, 1000);
+    QVERIFY(crash.waitUntilIdle());
+    // Without the keyboard its frames look different, but not what it says.
+    const QRect words(40, 40, crash.screen.width() - 80, 100);
+    QCOMPARE(crash.session.picture(crash.screen).copy(words), before.copy(words));
+    crash.session.movePointer(crash.screen.bottomRight() - QPoint(45, 22));
+    crash.session.click();
+    QVERIFY(crash.waitForWindow(questionTitle));
+}
+
+QTEST_GUILESS_MAIN(AttendedScreenTest)
+#include "tst_attended_screen.moc"
