@@ -73,21 +73,22 @@ bool paintsPlainly(const QPainter &painter)
            painter.opacity() == 1;
 }
 
-QImage *makePicture(const QSize &size, int ratio, const std::function<void(QPainter &)> &draw)
+QImage makePicture(const QSize &size, int ratio, const std::function<void(QPainter &)> &draw)
 {
-    auto *picture = new QImage(size * ratio, QImage::Format_ARGB32_Premultiplied);
-    picture->setDevicePixelRatio(ratio);
-    picture->fill(Qt::transparent);
-    QPainter painter(picture);
+    QImage picture(size * ratio, QImage::Format_ARGB32_Premultiplied);
+    picture.setDevicePixelRatio(ratio);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
     painter.setRenderHint(QPainter::Antialiasing);
     draw(painter);
+    painter.end();
     return picture;
 }
 
 } // namespace
 
-const QImage &keptPicture(const PictureKey &key, const QSize &size, int ratio,
-                          const std::function<void(QPainter &)> &draw)
+QImage keptPicture(const PictureKey &key, const QSize &size, int ratio,
+                   const std::function<void(QPainter &)> &draw)
 {
     static QCache<FullKey, QImage> pictures(keptPictures);
     const FullKey full{key.shape,
@@ -100,9 +101,9 @@ const QImage &keptPicture(const PictureKey &key, const QSize &size, int ratio,
                        ratio};
     if (const QImage *kept = pictures.object(full))
         return *kept;
-    QImage *made = makePicture(size, ratio, draw);
-    pictures.insert(full, made);
-    return *made;
+    QImage made = makePicture(size, ratio, draw);
+    pictures.insert(full, new QImage(made));
+    return made;
 }
 
 int exactPictureRatio(const QPainter &painter, const QRectF &rect)

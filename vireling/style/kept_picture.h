@@ -39,11 +39,10 @@ struct PictureKey
  * gives the same pixels. The least recently used are forgotten. GUI thread.
  *
  * The picture is of `size` logical pixels, transparent where `draw` leaves it so;
- * `draw` gets an anti-aliasing painter with the origin in the picture's corner. The
- * reference lasts until the next call.
+ * `draw` gets an anti-aliasing painter with the origin in the picture's corner.
  */
-const QImage &keptPicture(const PictureKey &key, const QSize &size, int ratio,
-                          const std::function<void(QPainter &)> &draw);
+QImage keptPicture(const PictureKey &key, const QSize &size, int ratio,
+                   const std::function<void(QPainter &)> &draw);
 
 /**
  * The device pixel ratio for pictures that `painter` can copy into `rect` pixel by

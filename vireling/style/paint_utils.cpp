@@ -201,7 +201,7 @@ QColor frameColour(const ElementContext &context)
 
 QColor buttonSurface(const ElementContext &context)
 {
-    const QColor button = context.colour(QPalette::Button);
+    QColor button = context.colour(QPalette::Button);
     if (!context.state.enabled)
         return context.state.checked ? mixColours(context.colour(ColourRole::ActiveText), button,
                                                   disabledCheckedShare)
@@ -223,7 +223,7 @@ QColor buttonForeground(const ElementContext &context)
 
 QColor buttonSecondaryForeground(const ElementContext &context)
 {
-    const QColor foreground = buttonForeground(context);
+    QColor foreground = buttonForeground(context);
     // The pressed surface leaves no room for toning down; disabled text is faded already.
     if (context.state.pressed || !context.state.enabled)
         return foreground;
@@ -232,7 +232,7 @@ QColor buttonSecondaryForeground(const ElementContext &context)
 
 QColor secondaryText(const ElementContext &context)
 {
-    const QColor text = context.colour(QPalette::WindowText);
+    QColor text = context.colour(QPalette::WindowText);
     if (!context.state.enabled)
         return text; // faded already
     return mixColours(text, context.colour(QPalette::Window), secondaryTextShare);
@@ -252,7 +252,7 @@ QColor hoveredPartSurface(const ElementContext &context)
 
 QColor accentSurface(const ElementContext &context)
 {
-    const QColor base = accentBase(context);
+    QColor base = accentBase(context);
     if (context.state.pressed)
         return mixColours(base, context.colour(QPalette::Shadow), accentPressedShare);
     if (context.state.hovered)

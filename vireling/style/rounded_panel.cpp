@@ -37,7 +37,7 @@ void drawCorners(QPainter &painter, const QRect &rect, const RoundedPanel &panel
 {
     const int corner = cornerSize(panel);
     const QSize size(2 * corner, 2 * corner);
-    const QImage &picture =
+    const QImage picture =
         keptPicture(keyOf(PictureShape::PanelCorners, panel), size, ratio, [&](QPainter &fresh) {
             drawPath(fresh, QRectF({0, 0}, size), panel);
         });

@@ -54,6 +54,8 @@ int focusedLinkFormat(const Palette &palette, QStyleHintReturn *returnData)
 int Style::styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
                      QStyleHintReturn *returnData) const
 {
+    // Hints with the same answer stand apart where their reasons do.
+    // NOLINTBEGIN(bugprone-branch-clone)
     switch (hint) {
     // Surfaces follow the pointer in every kind of menu and list.
     case SH_Menu_MouseTracking:
@@ -117,6 +119,7 @@ int Style::styleHint(StyleHint hint, const QStyleOption *option, const QWidget *
     default:
         break;
     }
+    // NOLINTEND(bugprone-branch-clone)
     return QCommonStyle::styleHint(hint, option, widget, returnData);
 }
 

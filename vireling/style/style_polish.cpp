@@ -245,7 +245,7 @@ QSpacerItem *spacerOf(const QGridLayout *grid)
 
 QColor selectedRowBase(const Palette &palette, QPalette::ColorGroup group)
 {
-    const QColor base = palette.colour(group, ColourRole::ViewItemActiveBase);
+    QColor base = palette.colour(group, ColourRole::ViewItemActiveBase);
     if (group == QPalette::Disabled)
         return base;
     const QColor text = palette.colour(group, ColourRole::ViewItemActiveText);
@@ -267,7 +267,7 @@ CellGrounds cellGrounds(const Palette &palette, QPalette::ColorGroup group)
 
 QColor selectedRowAccent(const Palette &palette, QPalette::ColorGroup group)
 {
-    const QColor accent = palette.color(group, QPalette::Highlight);
+    const QColor &accent = palette.color(group, QPalette::Highlight);
     if (contrastRatio(accent, selectedRowBase(palette, group)) >= shapeContrast)
         return accent;
     return palette.colour(group, ColourRole::ViewItemActiveText);
@@ -275,7 +275,7 @@ QColor selectedRowAccent(const Palette &palette, QPalette::ColorGroup group)
 
 void polishByClass(QWidget *widget, const Palette &stylePalette)
 {
-    if (qobject_cast<QHeaderView *>(widget))
+    if (qobject_cast<QHeaderView *>(widget) || isTableCorner(widget))
         polishHeader(widget, stylePalette);
     else if (qobject_cast<QTableView *>(widget) && !isCalendar(widget))
         polishTable(widget, stylePalette);
@@ -283,8 +283,6 @@ void polishByClass(QWidget *widget, const Palette &stylePalette)
         setViewRoles(widget, stylePalette, itemViewRoles);
     else if (isTitleBar(widget))
         polishTitleBar(widget, stylePalette);
-    else if (isTableCorner(widget))
-        polishHeader(widget, stylePalette);
     else if (qobject_cast<QWizard *>(widget))
         setRoles(widget, stylePalette, wizardRoles);
     else if (isCalendarBar(widget))

@@ -166,7 +166,7 @@ const QFont &cardDescriptionFont()
 
 QStringList cardDescriptionLines(const QString &description, int width)
 {
-    const QFont font = cardDescriptionFont();
+    const QFont &font = cardDescriptionFont();
     const QString text = description.simplified();
     if (text.isEmpty() || width <= 0)
         return {};

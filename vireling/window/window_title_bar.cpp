@@ -61,7 +61,7 @@ WindowTitleBar::WindowTitleBar(QWidget *parent)
     for (const WindowControl control : windowControls)
         createControl(control);
     // The controls take no focus; this is their way in for the keyboard.
-    auto *const menuShortcut = new QShortcut(QKeySequence(Qt::ALT | Qt::Key_Space), this);
+    auto *const menuShortcut = new QShortcut(QKeySequence(int(Qt::ALT) + int(Qt::Key_Space)), this);
     connect(menuShortcut, &QShortcut::activated, this,
             [this] { openWindowMenu(mapToGlobal(rect().bottomLeft())); });
     titleLabel->setFont(styleFont(FontWeight::Regular, FontSize::Large));
