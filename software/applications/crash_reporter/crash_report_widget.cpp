@@ -359,4 +359,4 @@ void CrashReportWidget::describeCountdown()
 }
 
 // Here and not with the other classes': whoever links this screen gets no end actions.
-#include "moc_crash_report_widget.cpp"
+#include "moc_crash_report_widget.cpp" // NOLINT(bugprone-suspicious-include)

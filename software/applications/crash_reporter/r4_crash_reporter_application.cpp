@@ -70,6 +70,7 @@ R4CrashReporterApplication::R4CrashReporterApplication(int &argc, char **argv)
     // Whoever started us has crashed, and may be gone before it reads a line of ours.
     std::signal(SIGPIPE, SIG_IGN);
     Vireling::installAppearance(Vireling::Theme::Dark);
+    setCursorFlashTime(0); // a blinking cursor would wake up the idle machine twice a second
     setUpWatchdog();
     sharedClientInfo();
     // The main application waits for this line, whatever became of the block.

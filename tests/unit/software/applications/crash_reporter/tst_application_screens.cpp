@@ -101,6 +101,7 @@ private slots:
     void activityHidesTheCountdown();
     void aSmallMovementLeavesTheCountdown();
     void noCountdownShowsNoLine();
+    void nothingBlinksWhileNothingHappens();
     void anUnattendedCrashShowsNoScreen();
     void shutdownClosesTheScreenAndRevealsTheMessageLast();
     void withoutArgumentTheMessageIsVisible();
@@ -267,6 +268,13 @@ void ApplicationScreensTest::noCountdownShowsNoLine()
     reporter.launch();
     QVERIFY(reporter.crashScreen()->isVisible());
     QVERIFY(ScreenParts(*reporter.crashScreen()).countdown->isHidden());
+}
+
+void ApplicationScreensTest::nothingBlinksWhileNothingHappens()
+{
+    const RunningReporter reporter({crashFile()});
+    reporter.launch();
+    QCOMPARE(QApplication::cursorFlashTime(), 0);
 }
 
 void ApplicationScreensTest::anUnattendedCrashShowsNoScreen()
