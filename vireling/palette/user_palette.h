@@ -44,8 +44,8 @@ bool setUserPalette(QWidget *widget, const UserPalette &palette, const QWidget *
 
 /**
  * Hands the user palette of `parent` down to `child`, which keeps what it set
- * itself; what it only inherited follows the parent. Nothing happens when the parent carries none.
- * For when a child is polished or moved to another parent.
+ * itself; what it only inherited follows the parent. Nothing happens when the parent
+ * carries none. For when a child is polished or moved to another parent.
  */
 void propagateUserPalette(const QWidget *parent, QWidget *child);
 

@@ -169,6 +169,11 @@ QString fittingText(const QFontMetrics &metrics, const QString &text, int width,
     return metrics.elidedText(text, Qt::ElideRight, width, flags);
 }
 
+int emphasisWidth(const ElementContext &context)
+{
+    return std::max(1, qRound(context.lineWidth(LineWidth::Emphasis)));
+}
+
 QColor focusColour(const ElementContext &context)
 {
     // not the option's: item views carry the colour of their selected rows there
@@ -177,8 +182,7 @@ QColor focusColour(const ElementContext &context)
 
 void drawFocusRing(const ElementContext &context, const QRectF &rect, qreal radius)
 {
-    // Whole pixels: a ring of two and a half would blur.
-    const qreal width = std::max(1, qRound(context.lineWidth(LineWidth::Emphasis)));
+    const int width = emphasisWidth(context);
     const qreal gap = std::max(1, context.scaled(1));
     drawPanel(*context.painter, rect.adjusted(width, width, -width, -width), radius - width,
               QColor(), context.colour(QPalette::Window), gap);
@@ -271,7 +275,7 @@ QColor errorSurface(const ElementContext &context)
 void drawCheckedBar(const ElementContext &context)
 {
     const int frame = context.metric(QStyle::PM_DefaultFrameWidth);
-    const int height = std::max(1, qRound(context.lineWidth(LineWidth::Emphasis)));
+    const int height = emphasisWidth(context);
     const int ring = height + std::max(1, context.scaled(1)); // as drawFocusRing()
     const int inset = context.state.focused ? ring : frame;
     const int side =

@@ -50,6 +50,9 @@ QString fittingText(const QFontMetrics &metrics, const QString &text, int width,
  * What several families share.
  */
 
+/** LineWidth::Emphasis in whole pixels: focus frames and bars of two and a half would blur. */
+int emphasisWidth(const ElementContext &context);
+
 /** The ring of the focused control, inside `rect`, with a gap in the window's colour within. */
 void drawFocusRing(const ElementContext &context, const QRectF &rect, qreal radius);
 

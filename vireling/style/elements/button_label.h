@@ -14,6 +14,12 @@ namespace Vireling {
  */
 
 /**
+ * What QPushButton, QToolButton, QComboBox and QCommonStyle all count, in unscaled
+ * pixels, between icon and text.
+ */
+constexpr int countedIconSpacing = 4;
+
+/**
  * The icon in its mode for the context's state, centred in `rect`, at most `size` large.
  * A `tint` replaces its colours.
  */

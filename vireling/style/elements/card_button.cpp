@@ -14,7 +14,7 @@ namespace {
 /** The bar of a checked button, along the round lower corners inside frame or focus ring. */
 void paintCheckedEdge(const ElementContext &context, qreal radius)
 {
-    const int height = qRound(context.lineWidth(LineWidth::Emphasis));
+    const int height = emphasisWidth(context);
     const int inset = context.state.focused ? height + context.scaled(1)
                                             : context.metric(QStyle::PM_DefaultFrameWidth);
     const QRectF inside = QRectF(context.rect()).adjusted(inset, inset, -inset, -inset);

@@ -1,6 +1,7 @@
 #include "vireling/style/elements/check_box.h"
 
 #include "vireling/style/design.h"
+#include "vireling/style/elements/button_label.h"
 #include "vireling/style/paint_utils.h"
 
 #include <QPainter>
@@ -53,7 +54,7 @@ QRectF indicatorSquare(const ElementContext &context)
 
 void drawDash(const ElementContext &context, const QRectF &box)
 {
-    const qreal height = std::max<qreal>(1, std::round(context.lineWidth(LineWidth::Emphasis)));
+    const int height = emphasisWidth(context);
     const qreal inset = std::round(box.width() / 4);
     const qreal top = box.top() + std::floor((box.height() - height) / 2);
     context.painter->fillRect(QRectF(box.left() + inset, top, box.width() - 2 * inset, height),
@@ -111,8 +112,7 @@ QRect labelRingRect(const ElementContext &context, const QStyleOptionButton &but
 {
     QSize size = button.fontMetrics.size(Qt::TextShowMnemonic, button.text);
     if (!button.icon.isNull()) {
-        constexpr int iconSpacing = 4; // QCommonStyle's between icon and text
-        size.rwidth() += button.iconSize.width() + (button.text.isEmpty() ? 0 : iconSpacing);
+        size.rwidth() += button.iconSize.width() + (button.text.isEmpty() ? 0 : countedIconSpacing);
         size.setHeight(std::max(size.height(), button.iconSize.height()));
     }
     const int room = context.scaled(labelRingRoom);

@@ -12,9 +12,6 @@ namespace Vireling {
 
 namespace {
 
-/** Between icon and text: what QComboBox itself counts and places its line edit by. */
-constexpr int comboIconSpacing = 4;
-
 /**
  * QComboBox counts the ink of its texts alone: not their bearings, which eliding measures
  * too, and no text cursor, for want of which an editable box would scroll its text.
@@ -122,7 +119,7 @@ bool paintComboBoxLabel(const ElementContext &context)
         QRect icon = label;
         icon.setWidth(combo->iconSize.width());
         drawIcon(context, context.visual(icon), combo->currentIcon, combo->iconSize);
-        label.setLeft(icon.right() + 1 + comboIconSpacing);
+        label.setLeft(icon.right() + 1 + countedIconSpacing);
     }
     if (combo->editable || combo->currentText.isEmpty() || label.width() <= 0)
         return true;

@@ -14,12 +14,6 @@ namespace {
 
 constexpr qreal chevronSize = 16;
 
-/** Whole pixels: a frame of two and a half would blur. */
-int emphasisWidth(const ElementContext &context)
-{
-    return std::max(1, qRound(context.lineWidth(LineWidth::Emphasis)));
-}
-
 int fieldFrameWidth(const ElementContext &context)
 {
     return context.state.focused ? emphasisWidth(context)

@@ -56,7 +56,7 @@ qreal frameLineWidth(const ElementContext &context)
 void paintPanelFrame(const ElementContext &context)
 {
     const bool focused = hasFocusWithin(context);
-    const qreal width = focused ? context.lineWidth(LineWidth::Emphasis) : frameLineWidth(context);
+    const qreal width = focused ? emphasisWidth(context) : frameLineWidth(context);
     const QAbstractScrollArea *area = scrollArea(context);
     drawPanel(*context.painter, context.rect(), context.scaledExactly(Design::controlRadius),
               area ? groundOf(*area) : QColor(),
@@ -67,7 +67,7 @@ void paintPanelFrame(const ElementContext &context)
 int frameExtent(const ElementContext &context)
 {
     if (scrollArea(context))
-        return int(std::ceil(context.lineWidth(LineWidth::Emphasis)));
+        return emphasisWidth(context);
     return int(std::ceil(frameLineWidth(context)));
 }
 

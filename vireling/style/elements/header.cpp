@@ -123,7 +123,7 @@ bool paintHeaderSection(const ElementContext &context)
     if (!endsWithView(context))
         context.painter->fillRect(followingEdge(context, line), lineColour(context));
     if (context.state.checked && context.state.enabled) {
-        const int width = int(std::ceil(context.lineWidth(LineWidth::Emphasis)));
+        const int width = emphasisWidth(context);
         context.painter->fillRect(inwardEdge(context, width), rowAccent(context));
     }
     return true;

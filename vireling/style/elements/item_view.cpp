@@ -243,7 +243,7 @@ bool paintItemCheckMark(const ElementContext &context)
 
 bool paintDropIndicator(const ElementContext &context)
 {
-    const int width = int(std::ceil(context.lineWidth(LineWidth::Emphasis)));
+    const int width = emphasisWidth(context);
     const QRect rect = context.rect();
     // Views give a rectangle of no height where the item would go between two rows.
     if (rect.height() > 0) {

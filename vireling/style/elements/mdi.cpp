@@ -221,7 +221,7 @@ bool paintMdiTitleBar(const ElementContext &context)
         return false;
     const bool active = bar->titleBarState & int(QStyle::State_Active);
     QRect accent = context.rect();
-    accent.setHeight(int(context.lineWidth(LineWidth::Emphasis)));
+    accent.setHeight(emphasisWidth(context));
     context.painter->fillRect(context.rect(), context.colour(ColourRole::HeaderBase));
     if (active)
         context.painter->fillRect(accent.intersected(context.rect()),

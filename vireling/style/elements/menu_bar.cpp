@@ -21,7 +21,7 @@ void drawItemSurface(const ElementContext &context)
               QColor(), 0);
     if (!context.state.pressed)
         return;
-    const int width = int(std::ceil(context.lineWidth(LineWidth::Emphasis)));
+    const int width = emphasisWidth(context);
     QRect bar = context.rect();
     bar.setTop(bar.bottom() + 1 - width);
     context.painter->fillRect(bar, context.colour(QPalette::Highlight));

@@ -12,9 +12,6 @@ namespace Vireling {
 
 namespace {
 
-/** What QPushButton counts between icon and text; the rest of our spacing is added. */
-constexpr int countedIconSpacing = 4;
-
 bool has(const QStyleOptionButton &button, QStyleOptionButton::ButtonFeature feature)
 {
     return button.features & feature;

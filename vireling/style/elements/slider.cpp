@@ -119,13 +119,13 @@ void paintHandle(const ElementContext &context, const QRect &handle, bool active
     const QColor fill =
         pressed ? context.colour(QPalette::Highlight) : context.colour(ColourRole::IndicatorBase);
     if (context.state.focused) {
-        const qreal inset = context.lineWidth(LineWidth::Emphasis) + context.scaledExactly(1);
+        const qreal inset = emphasisWidth(context) + context.scaledExactly(1);
         drawPanel(*context.painter, QRectF(handle).adjusted(inset, inset, -inset, -inset),
                   radius - inset, fill, QColor(), 0);
         drawFocusRing(context, handle, radius);
     } else if (hovered && !pressed) {
         drawPanel(*context.painter, handle, radius, fill, focusColour(context),
-                  context.lineWidth(LineWidth::Emphasis));
+                  emphasisWidth(context));
     } else {
         drawPanel(*context.painter, handle, radius, fill, context.colour(ColourRole::PanelFrame),
                   context.metric(QStyle::PM_DefaultFrameWidth));

@@ -33,7 +33,7 @@ void paintSelectedTab(const ElementContext &context, TabSide side, const QRect &
     drawOpenPanel(context, side, body, body, context.colour(QPalette::Window),
                   context.colour(ColourRole::Frame));
     const QColor bar = context.colour(QPalette::Highlight);
-    const int thickness = qRound(context.lineWidth(LineWidth::Emphasis));
+    const int thickness = emphasisWidth(context);
     drawOpenPanel(context, side, body, outerStrip(body, side, thickness), bar, QColor());
 }
 
@@ -53,7 +53,7 @@ void paintUnselectedTab(const ElementContext &context, TabSide side, const QRect
 void paintTabFocus(const ElementContext &context, TabSide side, const QRect &body)
 {
     const int frame = qRound(context.lineWidth(LineWidth::TabFrame));
-    const int bar = qRound(context.lineWidth(LineWidth::Emphasis));
+    const int bar = emphasisWidth(context);
     const int depth = isUpright(side) ? body.width() : body.height();
     const QRect below = innerStrip(body, side, depth - bar);
     drawFocusRing(context, below.adjusted(frame, frame, -frame, -frame),

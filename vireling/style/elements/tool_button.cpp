@@ -95,8 +95,7 @@ ButtonLabel buttonLabel(const ElementContext &context, const QStyleOptionToolBut
 void drawLabelUnderIcon(const ElementContext &context, const QStyleOptionToolButton &button)
 {
     const int textHeight = button.fontMetrics.size(Qt::TextShowMnemonic, button.text).height();
-    constexpr int countedSpacing = 4; // QToolButton's between icon and text
-    const int height = button.iconSize.height() + countedSpacing + textHeight;
+    const int height = button.iconSize.height() + countedIconSpacing + textHeight;
     QRect icon = context.rect();
     icon.setTop(icon.top() + std::max(0, (icon.height() - height) / 2));
     icon.setHeight(button.iconSize.height());
@@ -104,7 +103,7 @@ void drawLabelUnderIcon(const ElementContext &context, const QStyleOptionToolBut
     glyph.text.clear();
     drawButtonLabel(context, icon, glyph);
     QRect text = context.rect();
-    text.setTop(icon.bottom() + 1 + countedSpacing);
+    text.setTop(icon.bottom() + 1 + countedIconSpacing);
     text.setHeight(textHeight);
     context.painter->setPen(buttonForeground(context));
     context.style.drawItemText(context.painter, text, Qt::AlignCenter | mnemonicFlag(context),

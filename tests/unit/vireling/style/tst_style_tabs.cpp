@@ -51,6 +51,15 @@ QStyleOptionTab tabOption(QTabBar::Shape shape)
     return tab;
 }
 
+/** Without icon and text: its surface alone. */
+QStyleOptionTab bareTab(QTabBar::Shape shape)
+{
+    QStyleOptionTab tab = tabOption(shape);
+    tab.icon = QIcon();
+    tab.text.clear();
+    return tab;
+}
+
 QImage paintedTab(const QStyleOptionTab &tab)
 {
     QImage image(200, 200, QImage::Format_ARGB32_Premultiplied);
@@ -172,9 +181,7 @@ void TestStyleTabs::selectedTabCarriesABarOutsideAndOpensInside()
     QFETCH(QTabBar::Shape, shape);
     QFETCH(QPoint, outer);
     QFETCH(QPoint, inner);
-    QStyleOptionTab tab = tabOption(shape);
-    tab.icon = QIcon();
-    tab.text.clear();
+    QStyleOptionTab tab = bareTab(shape);
     tab.state |= QStyle::State_Selected;
     const QImage image = paintedTab(tab);
     QCOMPARE(image.pixelColor(outer), colour(QPalette::Highlight));
@@ -189,9 +196,7 @@ void TestStyleTabs::otherTabsLeaveThePanesLine()
     QFETCH(QTabBar::Shape, shape);
     QFETCH(QPoint, outer);
     QFETCH(QPoint, inner);
-    QStyleOptionTab tab = tabOption(shape);
-    tab.icon = QIcon();
-    tab.text.clear();
+    QStyleOptionTab tab = bareTab(shape);
     const QImage image = paintedTab(tab);
     const QPoint inwards = (inner - outer) / 25;
     QCOMPARE(image.pixelColor(outer), colour(ColourRole::Frame));

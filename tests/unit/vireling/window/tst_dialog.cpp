@@ -20,6 +20,23 @@ using namespace Vireling;
 
 namespace {
 
+/** A shown dialog with a field, which has the focus, and a button. */
+struct FormDialog
+{
+    FormDialog()
+    {
+        auto *const layout = new QVBoxLayout(&dialog);
+        layout->addWidget(edit);
+        layout->addWidget(button);
+        dialog.show();
+        edit->setFocus();
+    }
+
+    Dialog dialog;
+    QLineEdit *const edit = new QLineEdit;       // the dialog's
+    QPushButton *const button = new QPushButton; // the dialog's
+};
+
 /** As screens derive from it. */
 class Screen : public TranslatableWidget<Dialog, Ui::NoForm>
 {
@@ -110,34 +127,20 @@ private slots:
 
     void titleBarTakesNoPartInTheFocusChain()
     {
-        Dialog dialog;
-        auto *const layout = new QVBoxLayout(&dialog);
-        auto *const edit = new QLineEdit;
-        auto *const button = new QPushButton;
-        layout->addWidget(edit);
-        layout->addWidget(button);
-        dialog.show();
-        edit->setFocus();
-        QTest::keyClick(&dialog, Qt::Key_Tab);
-        QCOMPARE(dialog.focusWidget(), button);
-        QTest::keyClick(&dialog, Qt::Key_Tab);
-        QCOMPARE(dialog.focusWidget(), edit);
+        FormDialog form;
+        QTest::keyClick(&form.dialog, Qt::Key_Tab);
+        QCOMPARE(form.dialog.focusWidget(), form.button);
+        QTest::keyClick(&form.dialog, Qt::Key_Tab);
+        QCOMPARE(form.dialog.focusWidget(), form.edit);
     }
 
     void returnPressesTheDefaultButtonAndNoControl()
     {
-        Dialog dialog;
-        auto *const layout = new QVBoxLayout(&dialog);
-        auto *const edit = new QLineEdit;
-        auto *const button = new QPushButton;
-        layout->addWidget(edit);
-        layout->addWidget(button);
-        dialog.show();
-        edit->setFocus();
-        QSignalSpy clicked(button, &QPushButton::clicked);
-        QTest::keyClick(edit, Qt::Key_Return);
+        FormDialog form;
+        QSignalSpy clicked(form.button, &QPushButton::clicked);
+        QTest::keyClick(form.edit, Qt::Key_Return);
         QCOMPARE(clicked.count(), 1);
-        QVERIFY(dialog.isVisible());
+        QVERIFY(form.dialog.isVisible());
     }
 
     void screensRetranslateOnTopOfIt()

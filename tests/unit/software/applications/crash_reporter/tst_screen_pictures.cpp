@@ -178,6 +178,8 @@ private slots:
 
 private:
     Situation fetched();
+    /** The same with what only the crash screen shows. */
+    Situation fetchedReport();
 
     Vireling::PseudoTranslator translator;
 };
@@ -211,6 +213,16 @@ Situation ScreenPicturesTest::fetched()
     return situation;
 }
 
+Situation ScreenPicturesTest::fetchedReport()
+{
+    Situation situation = fetched();
+    QFETCH(int, contents);
+    QFETCH(bool, counting);
+    situation.contents = Contents(contents);
+    situation.counting = counting;
+    return situation;
+}
+
 void ScreenPicturesTest::theRatioIsTheOneAskedFor()
 {
     QWidget widget;
@@ -238,11 +250,7 @@ void ScreenPicturesTest::theCrashScreenFits_data()
 
 void ScreenPicturesTest::theCrashScreenFits()
 {
-    Situation situation = fetched();
-    QFETCH(int, contents);
-    QFETCH(bool, counting);
-    situation.contents = Contents(contents);
-    situation.counting = counting;
+    const Situation situation = fetchedReport();
 
     CrashReportWidget screen;
     fill(screen, situation);
@@ -260,11 +268,7 @@ void ScreenPicturesTest::theCrashScreenFits()
 
 void ScreenPicturesTest::theCrashScreenFitsMaximised()
 {
-    Situation situation = fetched();
-    QFETCH(int, contents);
-    QFETCH(bool, counting);
-    situation.contents = Contents(contents);
-    situation.counting = counting;
+    const Situation situation = fetchedReport();
 
     CrashReportWidget screen;
     fill(screen, situation);
