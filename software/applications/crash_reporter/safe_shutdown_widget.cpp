@@ -3,6 +3,7 @@
 #include "vireling/palette/fonts.h"
 #include "vireling/widgets/static_svg_widget.h"
 
+#include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPainter>
@@ -103,6 +104,11 @@ void SafeShutdownWidget::setMessageVisible(bool visible)
 {
     messageLabel->setVisible(visible);
     update();
+}
+
+void SafeShutdownWidget::closeEvent(QCloseEvent *event)
+{
+    event->setAccepted(!event->spontaneous());
 }
 
 void SafeShutdownWidget::paintEvent(QPaintEvent *)

@@ -22,6 +22,8 @@ public:
     void setMessageVisible(bool visible);
 
 protected:
+    /** What the window manager asks for is ignored: behind this screen there is nothing. */
+    void closeEvent(QCloseEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:

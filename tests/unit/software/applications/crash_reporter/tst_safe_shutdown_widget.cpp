@@ -4,6 +4,7 @@
 #include "vireling/widgets/static_svg_widget.h"
 
 #include <QApplication>
+#include <QCloseEvent>
 #include <QDir>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -137,6 +138,7 @@ private slots:
     void theGroundFollowsTheFormula_data() { addScreenRows(); }
     void theGroundFollowsTheFormula();
     void resizingRecomputesTheGround();
+    void onlyTheProgramClosesTheScreen();
 };
 
 void SafeShutdownWidgetTest::init()
@@ -319,6 +321,18 @@ void SafeShutdownWidgetTest::resizingRecomputesTheGround()
     screen.resize(1280, 1024);
     QCoreApplication::processEvents();
     QCOMPARE(gradientProblems(screen), QString());
+}
+
+void SafeShutdownWidgetTest::onlyTheProgramClosesTheScreen()
+{
+    SafeShutdownWidget screen;
+    screen.show();
+    QCloseEvent fromTheWindowManager;
+    QSpontaneKeyEvent::setSpontaneous(&fromTheWindowManager);
+    qApp->notify(&screen, &fromTheWindowManager); // sendEvent() would take it for our own
+    QVERIFY(!fromTheWindowManager.isAccepted());
+    QVERIFY(screen.isVisible());
+    QVERIFY(screen.close());
 }
 
 QTEST_MAIN(SafeShutdownWidgetTest)
