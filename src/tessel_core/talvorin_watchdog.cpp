@@ -1,5 +1,6 @@
 #include "tessel_core/talvorin_watchdog.h"
 
+#include "tessel_core/descriptors.h"
 #include "tessel_core/log.h"
 #include "tessel_core/watchdog.h"
 
@@ -20,20 +21,6 @@ namespace {
 constexpr quint32 logPriority = 130;
 constexpr int preTimeoutSeconds = 1;
 
-// In a process started without its standard streams open() hands out their
-// numbers. 0 would read as "not open", and on 1 or 2 each printed line would kick
-// the watchdog. Negative after a failure, which errno tells.
-int moveClearOfStandardStreams(int descriptor)
-{
-    if (descriptor > STDERR_FILENO)
-        return descriptor;
-    const int moved = fcntl(descriptor, F_DUPFD, STDERR_FILENO + 1);
-    const int error = errno;
-    close(descriptor);
-    errno = error;
-    return moved;
-}
-
 void logFailure(const char *action, int result)
 {
     if (result < 0)
@@ -42,8 +29,7 @@ void logFailure(const char *action, int result)
 
 int openDevice(const char *path)
 {
-    const int descriptor = open(path, O_RDWR);
-    return descriptor < 0 ? descriptor : moveClearOfStandardStreams(descriptor);
+    return moveClearOfStandardStreams(open(path, O_RDWR));
 }
 
 } // namespace

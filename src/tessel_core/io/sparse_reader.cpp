@@ -48,7 +48,7 @@ qint64 SparseReader::fill()
     }
     handedOut = 0;
     filled = 0;
-    const qint64 wanted = std::min<qint64>(buffer.size(), dataEnd - file.pos());
+    const qint64 wanted = std::min(qint64(buffer.size()), dataEnd - file.pos());
     const qint64 count = file.read(buffer.data(), wanted);
     filled = std::max<qint64>(count, 0);
     return count;

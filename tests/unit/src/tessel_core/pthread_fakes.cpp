@@ -53,6 +53,7 @@ void PthreadFakes::reset()
     recordCreations = false;
     creations.clear();
     createResults.clear();
+    afterCreation = nullptr;
     attributePolicyResult = setPolicyResult = setParameterResult = setExplicitResult = 0;
     attributePolicy.reset();
     minimum.reset();
@@ -79,8 +80,13 @@ int pthread_create(pthread_t *handle, const pthread_attr_t *attributes, void *(*
     if (!fakes().recordCreations)
         return function(handle, attributes, run, argument);
     fakes().creations.push_back(describe(attributes));
-    const int result = takeCreateResult();
-    return result != 0 ? result : function(handle, attributes, run, argument);
+    const int scripted = takeCreateResult();
+    if (scripted != 0)
+        return scripted;
+    const int result = function(handle, attributes, run, argument);
+    if (void (*const hook)() = fakes().afterCreation; hook != nullptr && result == 0)
+        hook();
+    return result;
 }
 
 int pthread_attr_getschedpolicy(const pthread_attr_t *attributes, int *policy) noexcept

@@ -39,6 +39,8 @@ struct PthreadFakes
     /** Off: pthread_create is neither recorded nor scripted. */
     bool recordCreations = false;
     std::vector<Creation> creations;
+    /** Runs after each recorded thread was created, on the thread that created it. */
+    std::atomic<void (*)()> afterCreation = nullptr;
     /** Results of the next calls of pthread_create; 0 creates the thread. */
     std::deque<int> createResults;
 
