@@ -11,12 +11,6 @@ namespace Vireling {
 
 namespace {
 
-/** How QComboBox marks the separators it inserts. */
-bool isSeparator(const QModelIndex &index)
-{
-    return index.data(Qt::AccessibleDescriptionRole).toString() == QLatin1String("separator");
-}
-
 int frameWidth(const QWidget &widget)
 {
     return widget.style()->pixelMetric(QStyle::PM_DefaultFrameWidth, nullptr, &widget);
@@ -33,7 +27,7 @@ public:
     void paint(QPainter *painter, const QStyleOptionViewItem &option,
                const QModelIndex &index) const override
     {
-        if (isSeparator(index))
+        if (isComboSeparator(index))
             drawSeparator(*painter, option.rect, Qt::Horizontal,
                           currentPalette().colour(QPalette::Active, ColourRole::Frame),
                           frameWidth(box));
@@ -43,7 +37,7 @@ public:
 
     QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override
     {
-        if (!isSeparator(index))
+        if (!isComboSeparator(index))
             return ComboBoxItemDelegate::sizeHint(option, index);
         const int margin = box.style()->pixelMetric(QStyle::PM_MenuVMargin, nullptr, &box);
         const int height = 2 * margin + frameWidth(box);
@@ -61,6 +55,11 @@ bool isQtDefault(const QAbstractItemDelegate *delegate)
 }
 
 } // namespace
+
+bool isComboSeparator(const QModelIndex &index)
+{
+    return index.data(Qt::AccessibleDescriptionRole).toString() == QLatin1String("separator");
+}
 
 void polishComboPopup(QWidget *widget)
 {

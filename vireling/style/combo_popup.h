@@ -1,5 +1,6 @@
 #pragma once
 
+class QModelIndex;
 class QWidget;
 
 namespace Vireling {
@@ -10,5 +11,8 @@ namespace Vireling {
  * For other widgets nothing; once is enough, again does no harm.
  */
 void polishComboPopup(QWidget *widget);
+
+/** Whether the entry is one of the separators that QComboBox inserts. */
+bool isComboSeparator(const QModelIndex &index);
 
 } // namespace Vireling

@@ -168,9 +168,9 @@ int Style::pixelMetric(PixelMetric metric, const QStyleOption *option, const QWi
     case PM_SliderSpaceAvailable:
         return sliderSpace(*this, option, widget);
     case PM_TabBarTabHSpace:
-        return roundedUp(2 * (line(LineWidth::TabFrame) + pixels(tabHorizontalPadding)));
+        return roundedUp(2 * (line(LineWidth::TabFrame) + pixels(int(tabHorizontalPadding))));
     case PM_TabBarTabVSpace:
-        return roundedUp(2 * (line(LineWidth::TabFrame) + pixels(tabVerticalPadding)));
+        return roundedUp(2 * (line(LineWidth::TabFrame) + pixels(int(tabVerticalPadding))));
     case PM_SplitterWidth:
         return pixels(1);
     case PM_TitleBarHeight:

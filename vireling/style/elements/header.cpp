@@ -142,7 +142,7 @@ bool paintHeaderLabel(const ElementContext &context)
         lines ? header->text
               : fittingText(context.painter->fontMetrics(), header->text, label.width());
     context.painter->setPen(context.colour(QPalette::ButtonText));
-    const int alignment = QStyle::visualAlignment(header->direction, header->textAlignment);
+    const auto alignment = int(QStyle::visualAlignment(header->direction, header->textAlignment));
     const int flags = int(header->textAlignment) & Qt::TextWordWrap;
     context.painter->drawText(label,
                               (alignment & Qt::AlignHorizontal_Mask) |

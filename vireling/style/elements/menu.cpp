@@ -3,6 +3,7 @@
 #include "vireling/style/design.h"
 #include "vireling/style/elements/check_box.h"
 #include "vireling/style/paint_utils.h"
+#include "vireling/style/tree_menu_item.h"
 
 #include <QPainter>
 #include <qdrawutil.h>
@@ -68,11 +69,18 @@ bool hasIconColumn(const QStyleOptionMenuItem &item)
     return item.maxIconWidth > 0 || !item.icon.isNull();
 }
 
-/** Padding, check and icon: all that comes before the name. */
+/** How far a row of a tree is moved in. */
+int indentation(const ElementContext &context)
+{
+    const auto *node = context.as<TreeMenuItemOption>();
+    return node ? node->level * context.metric(QStyle::PM_TreeViewIndentation) : 0;
+}
+
+/** Padding, indentation, check and icon: all that comes before the name. */
 int leadingWidth(const ElementContext &context, const QStyleOptionMenuItem &item)
 {
     const int gap = context.scaled(Design::iconTextSpacing);
-    int width = context.scaled(rowPadding);
+    int width = context.scaled(rowPadding) + indentation(context);
     if (hasCheckColumn(item))
         width += context.metric(QStyle::PM_IndicatorWidth) + gap;
     if (hasIconColumn(item))
@@ -151,7 +159,8 @@ void drawLabel(const ElementContext &context, const QRect &rect, int alignment, 
     painter.setFont(font);
     painter.setPen(colour);
     const QString shown = fittingText(QFontMetrics(font), text, rect.width(), Qt::TextShowMnemonic);
-    const int visual = QStyle::visualAlignment(context.option.direction, Qt::Alignment(alignment));
+    const auto visual =
+        int(QStyle::visualAlignment(context.option.direction, Qt::Alignment(alignment)));
     painter.drawText(rect, visual | Qt::AlignVCenter | flags, shown);
 }
 
@@ -203,6 +212,8 @@ MenuItemParts menuItemParts(const ElementContext &context, const QStyleOptionMen
 {
     const int gap = context.scaled(Design::iconTextSpacing);
     QRect free = withoutPadding(context);
+    // However deep a folder is, its name keeps half of the row.
+    free.setLeft(free.left() + std::min(indentation(context), free.width() / 2));
     const auto takeLeft = [&](int width) {
         const QRect column(free.left(), free.top(), width, free.height());
         free.setLeft(free.left() + width + gap);

@@ -26,8 +26,8 @@ const QStringList windowIcons = {
     "window_restore.svg",      "win_window_close.svg",   "win_window_maximise.svg",
     "win_window_minimise.svg", "win_window_restore.svg",
 };
-const QStringList fileIcons = {"internal_storage.svg", "new_folder.svg", "up_directory.svg",
-                               "usb_key.svg"};
+const QStringList fileIcons = {"file.svg",       "folder.svg",       "internal_storage.svg",
+                               "new_folder.svg", "up_directory.svg", "usb_key.svg"};
 const QStringList logos = {"r4_logo.svg", "tovask_logo.svg"};
 
 // Outlines only: no text, whose font the appliance may lack, and no style sheet or
