@@ -167,7 +167,7 @@ using TestSupport::KernelFunction;
 extern "C" {
 
 int mount(const char *source, const char *target, const char *fileSystem, unsigned long flags,
-          const void * /*data*/) noexcept
+          const void *data) noexcept
 {
     KernelCall call;
     call.function = KernelFunction::Mount;
@@ -175,6 +175,8 @@ int mount(const char *source, const char *target, const char *fileSystem, unsign
     call.source = source;
     call.fileSystem = fileSystem;
     call.code = flags;
+    if (data != nullptr)
+        call.options = static_cast<const char *>(data);
     return KernelFakes::instance().answer(std::move(call));
 }
 

@@ -44,6 +44,8 @@ struct KernelCall
     /** The device and the file system of mount(). */
     QByteArray source;
     QByteArray fileSystem;
+    /** The options of mount(), which are text here; nothing when null. */
+    std::optional<QByteArray> options;
     /** Flags of mount() and open(), command of reboot(), request of ioctl(). */
     unsigned long code = 0;
     /** What ioctl() was called on; of a successful open(), what it returned. */

@@ -8,6 +8,7 @@
  *   open FILE          opens it for reading       umount PATH      umount(2)
  *   say TEXT           prints a line              reboot, power-off  reboot(2)
  *   lock FILE          leaves a process behind that holds a lock on FILE
+ *   mount NODE FOLDER  mounts it as a key     watch FOLDER    tells what comes and goes
  *   wait               sleeps until killed        exit N, signal N
  *
  * The end actions refuse to run outside a pid namespace of their own: there they
@@ -28,6 +29,7 @@
 #include <fcntl.h>
 #include <linux/reboot.h>
 #include <sys/file.h>
+#include <sys/inotify.h>
 #include <sys/mount.h>
 #include <sys/reboot.h>
 #include <sys/stat.h>
@@ -140,6 +142,29 @@ void unmount(const char *path)
     report("umount", path, umount(path) == 0);
 }
 
+void mountKey(const char *node, const char *folder)
+{
+    refuseOnTheMachine();
+    report("mount", node, mount(node, folder, "vfat", MS_NOATIME, "") == 0);
+}
+
+[[noreturn]] void watchFolder(const char *path)
+{
+    const int watch = inotify_init1(IN_CLOEXEC);
+    if (report("watch", path, inotify_add_watch(watch, path, IN_CREATE | IN_DELETE) >= 0))
+        std::puts("watching");
+    for (;;) {
+        std::fflush(nullptr);
+        alignas(inotify_event) char events[4096] = {};
+        const ssize_t length = read(watch, events, sizeof events);
+        for (ssize_t at = 0; at < length;) {
+            const auto *event = reinterpret_cast<const inotify_event *>(events + at);
+            std::printf("%s %s\n", event->mask & IN_CREATE ? "created" : "deleted", event->name);
+            at += ssize_t(sizeof *event) + event->len;
+        }
+    }
+}
+
 struct Action
 {
     const char *name;
@@ -156,6 +181,8 @@ const Action actions[] = {
     {"read-block", 1, [](char **arguments) { readBlock(arguments[0]); }},
     {"lock", 1, [](char **arguments) { leaveLockHolder(arguments[0]); }},
     {"say", 1, [](char **arguments) { std::puts(arguments[0]); }},
+    {"mount", 2, [](char **arguments) { mountKey(arguments[0], arguments[1]); }},
+    {"watch", 1, [](char **arguments) { watchFolder(arguments[0]); }},
     {"wait", 0, [](char **) { waitForever(); }},
     {"umount", 1, [](char **arguments) { unmount(arguments[0]); }},
     {"reboot", 0, [](char **) { endMachine(RB_AUTOBOOT); }},

@@ -280,6 +280,10 @@ void TestSandbox::wrongUseRunsNothing_data()
         << QStringList{"--no-such"} << QByteArray("unknown option: --no-such (see --help)");
     QTest::newRow("no such folder") << QStringList{"--user-data", "/no/such"}
                                     << QByteArray("--user-data: no such folder: /no/such");
+    QTest::newRow("no such folder of keys")
+        << QStringList{"--keys", "/no/such"} << QByteArray("--keys: no such folder: /no/such");
+    QTest::newRow("the machine's devices as keys")
+        << QStringList{"--keys", "/dev"} << QByteArray("--keys: not to be shown or covered: /dev");
     QTest::newRow("no such bind") << QStringList{"--bind", "/no/such:/x"}
                                   << QByteArray("--bind: no such folder or file: /no/such");
     QTest::newRow("relative target")

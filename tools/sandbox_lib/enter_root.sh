@@ -60,6 +60,7 @@ planSystem() {
 
 planScratch() {
     [[ ! $tmpFolder ]] || show rw "$tmpFolder" /tmp
+    [[ ! $keysFolder ]] || show rw "$keysFolder" /keys
     if [[ $userDataFolder && ! $userDataSize ]]; then
         show "${userDataReadOnly:-rw}" "$userDataFolder" /user_data
     else
@@ -206,7 +207,8 @@ runFirstProcess() {
     exec {errors}>&2
     {
         "${enter[@]}" unshare --pid --fork --kill-child perl /first_process.pl \
-            "$commandPath" "$workingFolder" "$oldRoot" "$userDataBusy" "${command[@]}" \
+            "$commandPath" "$workingFolder" "$oldRoot" "$userDataBusy" "$keysFolder" \
+            "${command[@]}" \
             2>&$errors {errors}>&- 5>&-
     } 2>/dev/null
     echo "namespace=$?" >&4
