@@ -4,6 +4,7 @@
 #include "support/reporter_process.h"
 
 #include <QFile>
+#include <QHash>
 
 namespace TestSupport {
 
@@ -18,6 +19,10 @@ constexpr int widthOfButtons = 255;
 constexpr int heightOfButtons = 36;
 constexpr int frame = 6;
 
+/** How a call is written during which another thread had something to tell. */
+constexpr char unfinishedMark[] = " <unfinished ...>";
+constexpr char resumedMark[] = "<... ";
+
 bool write(const QString &path, const QByteArray &bytes)
 {
     QFile file(path);
@@ -27,7 +32,7 @@ bool write(const QString &path, const QByteArray &bytes)
 } // namespace
 
 AttendedCrash::AttendedCrash()
-    : run(session.sandboxOptions())
+    : run(session.sandboxOptions() + keys.sandboxOptions())
 {
     if (!session.isUp() || !write(run.tmpFolder() + '/' + dumpName, QByteArray(100000, 'd')) ||
         !write(run.tmpFolder() + '/' + logName, "12:00:00 started\n"))
@@ -35,7 +40,8 @@ AttendedCrash::AttendedCrash()
     run.setVariable(QStringLiteral("R4_RUN"), run.folder());
 }
 
-void AttendedCrash::start(const QStringList &options, const QStringList &reporterPrefix)
+void AttendedCrash::start(const QStringList &options, const QStringList &reporterPrefix,
+                          const QStringList &standIn)
 {
     QStringList facts = {"--crash-file",     "/tmp/crash_data", "--dump",
                          "/tmp/" + dumpName, "--time",          "2026-11-21T14:30:05"};
@@ -45,8 +51,8 @@ void AttendedCrash::start(const QStringList &options, const QStringList &reporte
     const QStringList tracer = {
         "strace",           "-f", "--seccomp-bpf", "-e", "trace=mount,umount2,reboot", "-o",
         "/tmp/" + traceName};
-    run.start(crashCommand(facts + options,
-                           reporterPrefix + tracer + QStringList{crashReporterProgram()}));
+    run.start(crashCommand(facts + options, reporterPrefix + tracer + standIn +
+                                                QStringList{crashReporterProgram()}));
 }
 
 bool AttendedCrash::waitForWindow(const QString &title)
@@ -119,21 +125,32 @@ QList<QByteArray> AttendedCrash::systemCalls() const
     if (!file.open(QIODevice::ReadOnly))
         return {"no trace"};
     QList<QByteArray> calls;
+    QHash<QByteArray, QByteArray> unfinished;
     const QList<QByteArray> lines = file.readAll().split('\n');
     for (const QByteArray &line : lines) {
         // "7     umount2(...) = 0", or signals and ends in between: "7     +++ exited +++".
-        QByteArray call = line.mid(line.indexOf(' ')).simplified();
+        const QByteArray thread = line.left(line.indexOf(' '));
+        QByteArray call = line.mid(thread.size()).simplified();
         if (call.startsWith("reboot("))
             call.truncate(call.indexOf("CMD_RESTART") + int(strlen("CMD_RESTART")));
-        if (call.contains('(') && !call.startsWith('+') && !call.startsWith('-'))
+        if (call.startsWith(resumedMark))
+            call = unfinished.take(thread) + call.mid(call.indexOf('>') + 1);
+        if (call.endsWith(unfinishedMark))
+            unfinished.insert(thread, call.left(call.size() - int(strlen(unfinishedMark))));
+        else if (call.contains('(') && !call.startsWith('+') && !call.startsWith('-'))
             calls.append(call);
     }
-    return calls;
+    return calls + unfinished.values();
 }
 
 QByteArray AttendedCrash::report() const
 {
-    const Package package = readPackage(run.userDataFolder() + '/' + firstPackage);
+    return reportIn(run.userDataFolder() + '/' + firstPackage);
+}
+
+QByteArray reportIn(const QString &packagePath)
+{
+    const Package package = readPackage(packagePath);
     if (!package.isWellFormed())
         return {};
     for (const PackageMember &member : package.members)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "support/key_folder.h"
 #include "support/sandbox_run.h"
 #include "support/x_session.h"
 
@@ -10,13 +11,17 @@
 
 /*
  * A crash of the main application with an operator in front of the screen: the
- * shipped program in the sandbox, shown on a screen of its own.
+ * shipped program in the sandbox, shown on a screen of its own. It sees folders where
+ * it mounts keys.
  */
 namespace TestSupport {
 
 const QString screenTitle = QStringLiteral("R4 Error Reporter");
 const QString questionTitle = QStringLiteral("Crash report is not saved");
 const QString errorTitle = QStringLiteral("Error");
+const QString saveTitle = QStringLiteral("Save crash report");
+const QString overwriteTitle = QStringLiteral("File exists");
+const QString successTitle = QStringLiteral("Success");
 const QString firstPackage = QStringLiteral("crash_dumps/Crash Report 0.cdp");
 
 const QByteArray unmountCall = "umount2(\"/user_data/\", 0) = 0";
@@ -28,8 +33,12 @@ class AttendedCrash
 public:
     AttendedCrash();
 
-    /** The crash has a dump, a log and fixed facts; `options` are those of crash_scenario. */
-    void start(const QStringList &options, const QStringList &reporterPrefix = {});
+    /**
+     * The crash has a dump, a log and fixed facts; `options` are those of crash_scenario.
+     * `standIn` goes right before the program, and only the program sees it.
+     */
+    void start(const QStringList &options, const QStringList &reporterPrefix = {},
+               const QStringList &standIn = withKeyStandIn());
 
     /** Until the window of that title has the keyboard and the program waits for it. */
     bool waitForWindow(const QString &title);
@@ -54,16 +63,23 @@ public:
     /** Whoever switches the power off. */
     SandboxResult switchOff();
 
-    /** Every mount, umount and reboot of the program, in order; a restart has no result. */
+    /**
+     * Every mount, umount and reboot that reached the kernel, in order; a restart has no
+     * result. A key is mounted as the folder that stands for it.
+     */
     QList<QByteArray> systemCalls() const;
 
     /** The report inside the first package, null when there is none. */
     QByteArray report() const;
 
     XSession session;
+    KeyFolder keys;
     SandboxRun run;
     QRect screen;
 };
+
+/** The report inside a package, null when it is none, or not whole. */
+QByteArray reportIn(const QString &package);
 
 /** The report of an AttendedCrash with these comments, written as XML. */
 QByteArray reportWithComments(const QByteArray &xml);

@@ -117,6 +117,7 @@ void AttendedScreenTest::savingWithoutAKeySaysSoAboveTheScreen()
     QCOMPARE(result.filesLeft, QStringList());
     QCOMPARE(leftInTmp(result), filesOfTheCrash());
     QCOMPARE(crash.systemCalls(), QList<QByteArray>());
+    QCOMPARE(crash.keys.calls(), QList<QByteArray>());
 }
 
 /** The window manager raises what is pressed: the crash screen has to come along. */

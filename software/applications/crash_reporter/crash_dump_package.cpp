@@ -1,11 +1,13 @@
 #include "crash_reporter/crash_dump_package.h"
 
+#include "crash_reporter/package_progress.h"
 #include "tessel_core/io/file_archive.h"
 #include "tessel_core/io/file_sync.h"
 #include "tessel_core/io/write_behind_file.h"
 
 #include <QFile>
 #include <QFileInfo>
+#include <QStringList>
 #include <QTemporaryFile>
 
 using namespace Tessel;
@@ -37,10 +39,19 @@ void addEntries(FileArchive &archive, const QString &dumpFilePath, const QString
         archive.addFile(log.absoluteFilePath(), log.fileName());
 }
 
+/** Of the files as they are now; one that is missing has none. */
+quint64 bytesOf(const QStringList &paths)
+{
+    quint64 sum = 0;
+    for (const QString &path : paths)
+        sum += quint64(QFileInfo(path).size());
+    return sum;
+}
+
 } // namespace
 
 bool writeDumpPackage(const QString &path, const QString &dumpFilePath,
-                      const CrashReportData &report)
+                      const CrashReportData &report, PackageProgress *progress)
 {
     if (!QFileInfo(dumpFilePath).exists()) {
         qDebug("Error: dump file not found");
@@ -60,7 +71,11 @@ bool writeDumpPackage(const QString &path, const QString &dumpFilePath,
         QFile::remove(path);
         return false;
     }
-    addEntries(archive, dumpFilePath, reportFile.fileName(), logFilePath(*report.clientInfo));
+    const QString logPath = logFilePath(*report.clientInfo);
+    if (progress)
+        progress->setBytesInAll(bytesOf({dumpFilePath, reportFile.fileName(), logPath}));
+    archive.setProgress(progress);
+    addEntries(archive, dumpFilePath, reportFile.fileName(), logPath);
 
     // The reboot that follows does not write back what the kernel still holds.
     const bool complete = archive.close();

@@ -4,6 +4,8 @@
 
 #include <QString>
 
+class PackageProgress;
+
 /**
  * Builds a crash dump package at `path`, replacing any file there: a gzip'd tar
  * of the dump file, the report document as "report.xml" and, when it exists, the
@@ -16,6 +18,8 @@
  * file can be made (said through qDebug); false with no file left at `path` when
  * it cannot be opened for writing; false with the file left as far as it got
  * when the medium would not take it.
+ *
+ * `progress`, which may be null, is told of every step, and may turn the event loop.
  */
 bool writeDumpPackage(const QString &path, const QString &dumpFilePath,
-                      const CrashReportData &report);
+                      const CrashReportData &report, PackageProgress *progress = nullptr);

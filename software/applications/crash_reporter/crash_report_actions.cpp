@@ -1,7 +1,11 @@
 // What R4CrashReporterApplication does with a report: save it, ask about it, pack it for mailing.
 
+#include "common/file_dialog.h"
+#include "common/file_widget.h"
+#include "common/usb_support.h"
 #include "crash_reporter/crash_dump_package.h"
 #include "crash_reporter/crash_report_widget.h"
+#include "crash_reporter/package_progress.h"
 #include "crash_reporter/r4_crash_reporter_application.h"
 #include "tessel_core/io/file_sync.h"
 #include "tessel_core/log.h"
@@ -11,12 +15,18 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QMessageBox>
+#include <QScopedValueRollback>
+
+#include <cerrno>
+#include <unistd.h>
 
 using namespace Tessel;
 
 namespace {
 
 const QString crashDumpDirectory = QStringLiteral("/user_data/crash_dumps/");
+
+const QString packageExtension = QStringLiteral(".cdp");
 
 void makeCrashDumpDirectory()
 {
@@ -27,18 +37,45 @@ void makeCrashDumpDirectory()
     syncDirectory(QFileInfo(directory.absolutePath()).absolutePath());
 }
 
-/** The first free number from 0: gaps are filled, nothing is overwritten. */
+enum class Existence
+{
+    No,
+    Yes,
+    Unknown
+};
+
+/** QFileInfo answers no also when the medium would not say, and a package would be lost. */
+Existence existenceOf(const QString &path)
+{
+    if (access(QFile::encodeName(path).constData(), F_OK) == 0)
+        return Existence::Yes;
+    return errno == ENOENT || errno == ENOTDIR ? Existence::No : Existence::Unknown;
+}
+
+/**
+ * The first free number from 0: gaps are filled, nothing is overwritten. Where nothing
+ * can be learnt of any number, saving is tried all the same, and will tell.
+ */
 QString nextPackagePath()
 {
-    for (int n = 0;; ++n) {
-        QString path =
-            crashDumpDirectory + QStringLiteral("Crash Report %1.cdp").arg(QString::number(n));
-        if (!QFileInfo::exists(path))
+    constexpr int patience = 10;
+    for (int n = 0, unknown = 0;; ++n) {
+        QString path = crashDumpDirectory +
+                       QStringLiteral("Crash Report %1").arg(QString::number(n)) + packageExtension;
+        const Existence existence = existenceOf(path);
+        if (existence == Existence::No)
+            return path;
+        if (existence == Existence::Unknown && ++unknown == patience)
             return path;
     }
 }
 
 } // namespace
+
+void R4CrashReporterApplication::showFailure(const QString &text) const
+{
+    QMessageBox::critical(activeWindow(), tr("Error"), text, QMessageBox::Ok);
+}
 
 bool R4CrashReporterApplication::createDumpPackage(const QString &path)
 {
@@ -53,7 +90,9 @@ bool R4CrashReporterApplication::createDumpPackage(const QString &path)
         qDebug("Error: cannot access shared memory segment");
         return false;
     }
-    if (!writeDumpPackage(path, dumpFilePath, report))
+    const QScopedValueRollback<bool> guard(busy, true);
+    PackageProgress progress(crashReportWidget);
+    if (!writeDumpPackage(path, dumpFilePath, report, &progress))
         return false;
     reportUnsaved = false;
     return true;
@@ -61,13 +100,53 @@ bool R4CrashReporterApplication::createDumpPackage(const QString &path)
 
 bool R4CrashReporterApplication::saveCrashReport()
 {
+    if (busy)
+        return false;
     trace(0, "Saving crash report\n");
-    // Keys cannot be reached yet: none is ever found.
-    QMessageBox::critical(activeWindow(), tr("Error"),
-                          tr("Failed to detect a USB disk.  Please ensure your USB disk is "
-                             "correctly inserted."),
-                          QMessageBox::Ok);
-    return false;
+    USBSupport *usb = USBSupport::instance();
+    if (!usb->isUsbKeyPresent()) {
+        showFailure(tr("Failed to detect a USB disk.  Please ensure your USB disk is "
+                       "correctly inserted."));
+        return false;
+    }
+    if (!usb->mount()) {
+        showFailure(tr("Failed to mount USB disk.  Please ensure your USB disk is "
+                       "correctly inserted."));
+        return false;
+    }
+    const QString path = askForPackagePath();
+    if (path.isEmpty())
+        return false;
+    const bool saved = createDumpPackage(path);
+    usb->unmount();
+    if (!saved) {
+        showFailure(tr("There was a problem saving the crash report."));
+        return false;
+    }
+    reportUnsaved = false;
+    QMessageBox::information(activeWindow(), tr("Success"), tr("Crash report successfully saved."),
+                             QMessageBox::Ok);
+    return true;
+}
+
+/**
+ * Lets the operator name a package on the mounted key; empty when the operator would not.
+ * The panel's Cancel gives the mount back that saving took. A dialog that is closed any
+ * other way keeps it, and the next save then finds the key mounted.
+ */
+QString R4CrashReporterApplication::askForPackagePath() const
+{
+    FileDialog dialog(activeWindow());
+    dialog.setWindowTitle(tr("Save crash report"));
+    FileWidget *files = dialog.fileWidget();
+    files->setInternalStorageDisabled(true);
+    files->setMode(FileWidget::BackupMode);
+    files->setDirectory(USBSupport::instance()->mountPoint());
+    files->setNameFilters(QLatin1Char('*') + packageExtension);
+    if (dialog.exec() != QDialog::Accepted)
+        return {};
+    const QString path = files->selectedFilePath();
+    return path.endsWith(packageExtension) ? path : path + packageExtension;
 }
 
 bool R4CrashReporterApplication::autoSaveCrashReport()
@@ -98,15 +177,15 @@ void R4CrashReporterApplication::askToSaveCrashReport()
 
 bool R4CrashReporterApplication::sendCrashReport()
 {
+    if (busy)
+        return false;
     trace(0, "Sending crash report\n");
     static const QString path = QDir::toNativeSeparators(QDir::tempPath()) + QDir::separator() +
                                 QStringLiteral("crash_log.cdp");
     if (createDumpPackage(path))
         QFile::remove(path);
     else
-        QMessageBox::critical(
-            activeWindow(), tr("Error"),
-            tr("There was a problem creating a crash report package to attach to the email."),
-            QMessageBox::Ok);
+        showFailure(
+            tr("There was a problem creating a crash report package to attach to the email."));
     return false;
 }

@@ -18,6 +18,8 @@
 #include <QStyle>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 using Vireling::FontSize;
 using Vireling::FontWeight;
 
@@ -46,7 +48,11 @@ public:
     }
 };
 
-/** A serial number may be long and has no blanks: it breaks anywhere. */
+/**
+ * A serial number may be long and has no blanks: it breaks anywhere. One from a damaged
+ * block may also hold line ends, and of that no more is shown than leaves the buttons on
+ * the display.
+ */
 class SerialNumberLabel : public QLabel
 {
 public:
@@ -62,7 +68,7 @@ public:
     {
         if (fitsOneLine(width))
             return QLabel::sizeHint().height();
-        return fontMetrics().boundingRect(0, 0, width, QWIDGETSIZE_MAX, breaking, text()).height();
+        return std::min(wholeHeight(width), mostLines * fontMetrics().lineSpacing());
     }
 
 protected:
@@ -72,15 +78,28 @@ protected:
             QLabel::paintEvent(event);
             return;
         }
+        const bool isCut = wholeHeight(width()) > height();
+        const int vertical = isCut ? Qt::AlignTop : Qt::AlignVCenter;
         QPainter painter(this);
-        style()->drawItemText(&painter, contentsRect(), int(alignment()) | breaking, palette(),
-                              isEnabled(), text(), foregroundRole());
+        style()->drawItemText(&painter, contentsRect(),
+                              int(alignment() & ~Qt::AlignVertical_Mask) | vertical | breaking,
+                              palette(), isEnabled(), text(), foregroundRole());
     }
 
 private:
     static constexpr int breaking = Qt::TextWrapAnywhere;
+    static constexpr int mostLines = 3;
 
-    bool fitsOneLine(int width) const { return QLabel::sizeHint().width() <= width; }
+    bool fitsOneLine(int width) const
+    {
+        const QSize size = QLabel::sizeHint();
+        return size.width() <= width && size.height() < 2 * fontMetrics().lineSpacing();
+    }
+
+    int wholeHeight(int width) const
+    {
+        return fontMetrics().boundingRect(0, 0, width, QWIDGETSIZE_MAX, breaking, text()).height();
+    }
 };
 
 /** How wide a text is that wraps into lines no wider than `limit`; 0 when it need not. */

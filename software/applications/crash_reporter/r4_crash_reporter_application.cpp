@@ -1,8 +1,10 @@
 #include "crash_reporter/r4_crash_reporter_application.h"
 
+#include "common/usb_support.h"
 #include "crash_reporter/crash_data.h"
 #include "crash_reporter/crash_report_widget.h"
 #include "crash_reporter/device_type.h"
+#include "crash_reporter/display_fallback.h"
 #include "crash_reporter/safe_shutdown_widget.h"
 #include "tessel_core/error_report.h"
 #include "tessel_core/log.h"
@@ -76,12 +78,14 @@ R4CrashReporterApplication::R4CrashReporterApplication(int &argc, char **argv)
     // The main application waits for this line, whatever became of the block.
     std::cout << "connected" << std::endl;
     showBackdrop();
+    displayIsUp();
     postEvent(this, new QEvent(launchEventType));
 }
 
 R4CrashReporterApplication::~R4CrashReporterApplication()
 {
     unmountUserData();
+    USBSupport::destroyInstance();
 }
 
 void R4CrashReporterApplication::setUpWatchdog()
@@ -150,6 +154,10 @@ void R4CrashReporterApplication::crashReported()
         saveAndRestart();
         return;
     }
+    if (hasNoDisplay()) {
+        saveAndRestart();
+        return;
+    }
     if (info->autoActionSeconds == 0 && info->unattendedRestart != 0) {
         saveAndRestart();
         return;
@@ -203,6 +211,8 @@ void R4CrashReporterApplication::timerEvent(QTimerEvent *event)
 
 void R4CrashReporterApplication::countDown()
 {
+    if (busy)
+        return;
     crashReportWidget->setCountdown(--autoActionSecondsLeft);
     if (autoActionSecondsLeft != 0)
         return;
@@ -264,7 +274,7 @@ void R4CrashReporterApplication::pointerMoved(QPoint position)
 
 bool R4CrashReporterApplication::restart()
 {
-    if (unmounting)
+    if (busy)
         return true;
     trace(0, "Restarting R4\n");
     askToSaveCrashReport();
@@ -274,7 +284,7 @@ bool R4CrashReporterApplication::restart()
 
 bool R4CrashReporterApplication::shutdown()
 {
-    if (unmounting)
+    if (busy)
         return true;
     trace(0, "Shutting down R4\n");
     askToSaveCrashReport();
@@ -298,7 +308,7 @@ void R4CrashReporterApplication::unmountUserData()
 {
     // sync() turns the event loop: a click or a countdown that ends in there must
     // not start a second end action inside the first.
-    const QScopedValueRollback<bool> guard(unmounting, true);
+    const QScopedValueRollback<bool> guard(busy, true);
     std::fflush(nullptr);
     sync();
     if (umount(userDataMountPoint) < 0)

@@ -53,7 +53,11 @@ public:
     /** shutdown() under its own trace line. True. */
     bool exitReporter();
 
-    /** For the operator: to a USB key. False, said in a message box, when there is none. */
+    /**
+     * For the operator: mounts the USB key, asks for a name on it, saves the package there
+     * and unmounts it again. A message box says what became of it. False when it was not
+     * saved. Runs nested event loops.
+     */
     bool saveCrashReport();
     /**
      * Saves a package under the first free number in "/user_data/crash_dumps/".
@@ -91,6 +95,8 @@ private:
     void pointerMoved(QPoint position);
     void unmountUserData();
     void rebootSystem();
+    QString askForPackagePath() const;
+    void showFailure(const QString &text) const;
 
     CrashReportWidget *crashReportWidget = nullptr;
     SafeShutdownWidget *safeShutdownWidget = nullptr;
@@ -103,5 +109,9 @@ private:
     QStringList outputLog;
     qint32 watchdogTimerId = 0;
     std::unique_ptr<Tessel::TalvorinWatchdog> watchdog;
-    bool unmounting = false;
+    /**
+     * The event loop turns inside a package or an unmount: nothing else of ours is to
+     * begin in there, neither by a click nor by the countdown, which waits.
+     */
+    bool busy = false;
 };

@@ -2,6 +2,8 @@
 
 #include "application_fixture.h"
 
+#include "support/package_reader.h"
+
 #include <QDir>
 #include <QFile>
 
@@ -19,6 +21,8 @@ class ApplicationReportTest : public ApplicationFixture
 
 private slots:
     void autoSaveTakesTheFirstFreeNumber();
+    void autoSaveLeavesNumbersAloneThatItCannotLookAt();
+    void autoSaveFailsWhereNoNumberCanBeLookedAt();
     void aFailedAutoSaveCountsAsHandled();
     void restartAsksAndSavesOnYes();
     void restartAsksAndGoesOnOnNo();
@@ -42,6 +46,30 @@ void ApplicationReportTest::autoSaveTakesTheFirstFreeNumber()
         QStringList({QStringLiteral("Crash Report 0.cdp"), QStringLiteral("Crash Report 1.cdp"),
                      QStringLiteral("Crash Report 2.cdp"), QStringLiteral("Crash Report 3.cdp")}));
     QCOMPARE(QFileInfo(packageFolder + QStringLiteral("/Crash Report 0.cdp")).size(), qint64(0));
+}
+
+void ApplicationReportTest::autoSaveLeavesNumbersAloneThatItCannotLookAt()
+{
+    const RunningReporter reporter({crashFile()});
+    reporter.launch();
+    QVERIFY(QDir().mkpath(packageFolder));
+    // A link to itself is there, yet the kernel cannot say what it is.
+    const QString unknown = packageFolder + QStringLiteral("/Crash Report 0.cdp");
+    QVERIFY(QFile::link(unknown, unknown));
+    QVERIFY(reporter->autoSaveCrashReport());
+    QVERIFY2(QFileInfo(unknown).isSymLink(), "it may be an earlier package");
+    QVERIFY(readPackage(packageFolder + QStringLiteral("/Crash Report 1.cdp")).isWellFormed());
+}
+
+void ApplicationReportTest::autoSaveFailsWhereNoNumberCanBeLookedAt()
+{
+    const RunningReporter reporter({crashFile()});
+    reporter.launch();
+    QVERIFY(QFile::link(packageFolder, packageFolder));
+    QTest::ignoreMessage(QtDebugMsg, "There was a problem auto-saving the crash report to "
+                                     "/user_data/crash_dumps/Crash Report 9.cdp");
+    QVERIFY(reporter->autoSaveCrashReport());
+    QVERIFY(QFile::remove(packageFolder));
 }
 
 void ApplicationReportTest::aFailedAutoSaveCountsAsHandled()

@@ -81,6 +81,8 @@ private slots:
     void theClientInfoIsShown();
     void aMissingBlockShowsNothing();
     void aSerialNumberIsNoMarkup();
+    void aDamagedSerialNumberLeavesTheButtonsOnTheDisplay_data();
+    void aDamagedSerialNumberLeavesTheButtonsOnTheDisplay();
     void theCountdownIsHiddenAtZeroOnly();
     void commentsKeepTheirLineBreaks();
     void theEmailButtonIsHidden();
@@ -346,6 +348,31 @@ void CrashReportWidgetTest::aSerialNumberIsNoMarkup()
     QLabel asText(value->text());
     asText.setTextFormat(Qt::PlainText);
     QCOMPARE(value->sizeHint(), asText.sizeHint());
+}
+
+void CrashReportWidgetTest::aDamagedSerialNumberLeavesTheButtonsOnTheDisplay_data()
+{
+    QTest::addColumn<QByteArray>("serial");
+    QTest::newRow("line ends") << QByteArray(64, '\n');
+    QTest::newRow("carriage returns") << QByteArray(64, '\r');
+    QTest::newRow("form feeds") << QByteArray(64, '\f');
+    QTest::newRow("next lines") << QByteArray(64, '\x85');
+    QTest::newRow("short lines") << QByteArray("R4\n").repeated(21);
+    QTest::newRow("tabs") << QByteArray(64, '\t');
+    QTest::newRow("wide letters") << QByteArray(64, 'W');
+}
+
+void CrashReportWidgetTest::aDamagedSerialNumberLeavesTheButtonsOnTheDisplay()
+{
+    QFETCH(QByteArray, serial);
+    CrashReportWidget screen;
+    const auto info = clientInfo(serial, 3, {});
+    screen.setClientInfo(&info);
+    screen.setCountdown(100);
+    screen.resize(screen.sizeHint());
+    screen.show();
+    QVERIFY(screen.width() <= 800 && screen.height() <= 480);
+    QCOMPARE(ScreenParts(screen).values.at(1)->text(), Tessel::serialNumber(info));
 }
 
 void CrashReportWidgetTest::theCountdownIsHiddenAtZeroOnly()

@@ -1,6 +1,7 @@
 /*
- * Both screens in every state, on every screen the appliance is sold with: nothing cut
- * off, nothing on top of each other. Run at ratio 1 and 2; see the CMake file.
+ * Both screens in every state, and the window of a long package, on every screen the
+ * appliance is sold with: nothing cut off, nothing on top of each other. Run at ratio 1
+ * and 2; see the CMake file.
  *
  * With R4_SCREEN_PICTURES naming a folder it leaves the pictures there, to be looked at.
  */
@@ -8,6 +9,7 @@
 
 #include "crash_reporter/crash_report_widget.h"
 #include "crash_reporter/device_type.h"
+#include "crash_reporter/progress_window.h"
 #include "crash_reporter/safe_shutdown_widget.h"
 #include "support/layout_check.h"
 #include "tessel_core/shared_client_info.h"
@@ -118,8 +120,8 @@ void settle()
         QCoreApplication::processEvents();
 }
 
-/** For a pair of eyes: the backdrop and, before it, the crash screen where there is one. */
-void keepPicture(SafeShutdownWidget &backdrop, CrashReportWidget *screen, const QString &name)
+/** For a pair of eyes: the backdrop and, before it, the window where there is one. */
+void keepPicture(SafeShutdownWidget &backdrop, QWidget *screen, const QString &name)
 {
     const QString folder = qEnvironmentVariable("R4_SCREEN_PICTURES");
     if (folder.isEmpty())
@@ -173,6 +175,8 @@ private slots:
     void aChangeOfLanguageLeavesNothingCutOff();
     void theBackdropFits_data();
     void theBackdropFits();
+    void theProgressWindowFits_data();
+    void theProgressWindowFits();
     void aLongCommentScrolls();
     void anEndlessSerialNumberBreaks();
 
@@ -333,6 +337,29 @@ void ScreenPicturesTest::theBackdropFits()
     QCOMPARE(joined(layoutProblems(backdrop)), QString());
     keepPicture(backdrop, nullptr,
                 QStringLiteral("backdrop-") + QString::fromLatin1(QTest::currentDataTag()));
+}
+
+void ScreenPicturesTest::theProgressWindowFits_data()
+{
+    addSituationColumns();
+    forEachSituation([](const Situation &situation) {
+        QTest::newRow(qPrintable(nameOf(situation)))
+            << situation.screen << int(situation.texts) << situation.direction;
+    });
+}
+
+void ScreenPicturesTest::theProgressWindowFits()
+{
+    const Situation situation = fetched();
+    ProgressWindow window(nullptr);
+    window.setProgress(888800000, 2147483648);
+    window.show();
+    settle();
+    SafeShutdownWidget backdrop;
+    backdrop.resize(situation.screen);
+    keepPicture(backdrop, &window, QStringLiteral("progress-") + nameOf(situation));
+    QVERIFY(QRect(QPoint(), situation.screen).contains(QRect(QPoint(), window.size())));
+    QCOMPARE(joined(layoutProblems(window)), QString());
 }
 
 void ScreenPicturesTest::aLongCommentScrolls()
