@@ -221,6 +221,26 @@ def toolkit(table, rounds):
     table.figures("an icon rendered / from the cache", rendered_by_cached, 1)
 
 
+def file_dialog(table, rounds):
+    """The file panel beside QFileDialog, both in our style, on a folder of 5,000 files."""
+    folder = runs.PLACE / "files"
+    folder.mkdir(exist_ok=True)
+    for number in range(5000):
+        (folder / f"Crash Report {number}.cdp").touch()
+    pairs = []
+    for number in range(rounds + 1):
+        names = ("panel", "peer") if number % 2 else ("peer", "panel")
+        times = {name: runs.file_dialog(name, folder) for name in names}
+        if number > 0:
+            pairs.append((times["panel"], times["peer"]))
+    table.head(f"The file dialog on a folder of 5,000 files, {rounds} rounds")
+    for index, painted in enumerate(("first files painted", "all files painted")):
+        ours, theirs = [panel[index] for panel, _ in pairs], [peer[index] for _, peer in pairs]
+        table.figures(f"{painted}, milliseconds", ours, 1)
+        table.figures(f"QFileDialog, {painted}, milliseconds", theirs, 1)
+        table.ratio(f"{painted}, ours / QFileDialog", ours, theirs)
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("--rounds", type=int, default=6, help="pairs of rounds of the long comparison (6)")
@@ -242,6 +262,7 @@ def main():
     memory(table, {name: images[name] for name in ("1 MiB", "1024 MiB")}, log, missing, 2)
     start_up(table, first_package(images["1 MiB"], log), missing, 4 * rounds)
     crash_screen(table, 2 * rounds)
+    file_dialog(table, 2 * rounds)
     idle(table)
     toolkit(table, rounds)
     table.head(f"Load {os.getloadavg()[0]:.1f} at the end")

@@ -143,3 +143,11 @@ def toolkit_bench():
     )
     command = [BUILD / "benchmarks" / "toolkit_bench"]
     return subprocess.run(command, env=environment, text=True, check=True, stdout=subprocess.PIPE).stdout
+
+
+def file_dialog(which, folder):
+    """What benchmarks/dialog_bench.cpp prints: milliseconds to the first files, and to all of them."""
+    sandbox = [PROJECT / "tools" / "sandbox", "--env", "QT_QPA_PLATFORM=offscreen", "--env", "QT_FONT_DPI=96"]
+    command = [*sandbox, "--", BUILD / "benchmarks" / "dialog_bench", which, folder]
+    said = subprocess.run(command, text=True, check=True, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL).stdout
+    return tuple(map(float, said.split()))
