@@ -10,6 +10,7 @@
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
+#include <QScreen>
 #include <QSignalSpy>
 #include <QVBoxLayout>
 #include <QtTest>
@@ -77,6 +78,45 @@ private slots:
         QVERIFY(!dialog.isControlAvailable(WindowControl::Close));
         Dialog minimisable(nullptr, Qt::Window);
         QVERIFY(minimisable.isControlAvailable(WindowControl::Minimise));
+    }
+
+    void comesUpInTheMiddleOfItsParent()
+    {
+        QWidget parent;
+        parent.setGeometry(200, 150, 400, 300);
+        parent.show();
+        Dialog dialog(&parent);
+        dialog.resize(200, 100);
+        dialog.show();
+        QCOMPARE(dialog.geometry(), QRect(300, 250, 200, 100));
+    }
+
+    void comesUpInTheMiddleOfTheScreenWithoutAParent()
+    {
+        Dialog dialog;
+        dialog.resize(200, 100);
+        dialog.show();
+        const QRect screen = dialog.screen()->availableGeometry();
+        QCOMPARE(dialog.pos(), QPoint((screen.width() - 200) / 2, (screen.height() - 100) / 2));
+    }
+
+    void staysOnTheScreenBesideAParentAtItsEdge()
+    {
+        QWidget parent;
+        parent.setGeometry(0, 0, 40, 40);
+        parent.show();
+        Dialog dialog(&parent);
+        dialog.resize(200, 100);
+        dialog.show();
+        QCOMPARE(dialog.pos(), QPoint(0, 0));
+    }
+
+    void staysWhereItWasMoved()
+    {
+        Dialog dialog;
+        dialog.setGeometry(10, 20, 200, 100);
+        dialog.show();
+        QCOMPARE(dialog.pos(), QPoint(10, 20));
     }
 
     void contentsLieBelowTheTitleBar()
