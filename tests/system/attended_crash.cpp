@@ -70,6 +70,11 @@ bool AttendedCrash::waitForScreen()
     return run.waitUntil([&] { return inkIn(session.picture(lastButton)) > 50; });
 }
 
+bool AttendedCrash::waitUntilAboveScreen(const QString &title)
+{
+    return run.waitUntil([&] { return screen.intersects(session.geometry(title)); });
+}
+
 bool AttendedCrash::waitUntilIdle()
 {
     const QByteArray variable = "R4_RUN=" + run.folder().toUtf8();

@@ -44,6 +44,8 @@ public:
     bool waitForWindow(const QString &title);
     /** The same of the crash screen; remembers where it is. */
     bool waitForScreen();
+    /** Until that window is where the crash screen is: a window manager may place it late. */
+    bool waitUntilAboveScreen(const QString &title);
     /** Until the program runs and has handled everything there was. */
     bool waitUntilIdle();
 

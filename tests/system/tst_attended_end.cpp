@@ -62,7 +62,7 @@ void AttendedEndTest::restartAsksAboutTheReport()
     QVERIFY(crash.waitForScreen());
     crash.pressRestart();
     QVERIFY(crash.waitForWindow(questionTitle));
-    QVERIFY(crash.screen.intersects(crash.session.geometry(questionTitle)));
+    QVERIFY(crash.waitUntilAboveScreen(questionTitle));
     QVERIFY2(somethingWasShown(crash), "or the tests below that nothing is prove nothing");
     QCOMPARE(filesBelow(crash.run.userDataFolder()), QStringList());
     QCOMPARE(crash.systemCalls(), QList<QByteArray>());

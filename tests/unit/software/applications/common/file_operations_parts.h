@@ -2,67 +2,16 @@
 
 #include "file_panel_fixture.h"
 
-#include <QMessageBox>
-#include <QObject>
-#include <QPointer>
+#include <QFile>
+#include <QFileInfo>
 #include <QTest>
-#include <QTimer>
 
-#include <functional>
 #include <linux/capability.h>
 #include <sys/syscall.h>
 #include <unistd.h>
-#include <vector>
 
 /* What the tests of deleting, renaming, copying and pasting share. They run in the sandbox. */
 namespace TestSupport {
-
-/**
- * Answers every message box with one button, or with Ok where that is missing, and
- * remembers them all. What happens while a box is open comes first.
- */
-class MessageBoxes : public QObject
-{
-public:
-    struct Box
-    {
-        QString title;
-        QString text;
-        QMessageBox::Icon icon;
-        QMessageBox::StandardButtons buttons;
-        QMessageBox::StandardButton defaultButton;
-        QWidget *parent;
-        Qt::TextFormat format;
-    };
-
-    explicit MessageBoxes(QMessageBox::StandardButton answer,
-                          std::function<void()> meanwhile = nullptr)
-    {
-        connect(&timer, &QTimer::timeout, this, [this, answer, meanwhile] {
-            const QPointer<QMessageBox> box =
-                qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
-            if (!box)
-                return;
-            seen.push_back({box->windowTitle(), box->text(), box->icon(), box->standardButtons(),
-                            box->standardButton(box->defaultButton()), box->parentWidget(),
-                            box->textFormat()});
-            if (meanwhile)
-                meanwhile();
-            if (box)
-                box->button(box->button(answer) ? answer : QMessageBox::Ok)->click();
-        });
-        timer.start(0);
-    }
-
-    /** How many there were; the first and the last of them. */
-    int count() const { return static_cast<int>(seen.size()); }
-    Box first() const { return seen.empty() ? Box() : seen.front(); }
-    Box last() const { return seen.empty() ? Box() : seen.back(); }
-
-private:
-    QTimer timer;
-    std::vector<Box> seen;
-};
 
 /** While it lives the permissions of files count for this thread, although it is root's. */
 class OrdinaryRights
@@ -82,6 +31,12 @@ private:
     __user_cap_header_struct header = {_LINUX_CAPABILITY_VERSION_3, 0};
     __user_cap_data_struct before[2] = {};
 };
+
+/** The path of an entry of the internal storage. */
+inline QString in(const QString &name)
+{
+    return internalFolder + QLatin1Char('/') + name;
+}
 
 inline QByteArray contentOf(const QString &path)
 {

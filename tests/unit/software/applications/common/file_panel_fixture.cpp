@@ -10,9 +10,11 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QPointer>
 #include <QTest>
 
 #include <cerrno>
+#include <utility>
 
 namespace TestSupport {
 
@@ -162,25 +164,27 @@ void PanelUnderTest::activate(const QString &path)
     emit parts.list->activated(index(path));
 }
 
-BoxAnswers::BoxAnswers(QMessageBox::StandardButton button)
+MessageBoxes::MessageBoxes(QMessageBox::StandardButton button, std::function<void()> action)
+    : answer(button)
+    , meanwhile(std::move(action))
 {
-    connect(&timer, &QTimer::timeout, this, [this, button] {
-        if (auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget()))
-            answer(*box, button);
-    });
+    connect(&timer, &QTimer::timeout, this, &MessageBoxes::look);
     timer.start(0);
 }
 
-void BoxAnswers::answer(QMessageBox &box, QMessageBox::StandardButton button)
+void MessageBoxes::look()
 {
-    ++count;
-    title = box.windowTitle();
-    text = box.text();
-    icon = box.icon();
-    buttons = box.standardButtons();
-    defaultButton = box.standardButton(box.defaultButton());
-    parentWindow = box.parentWidget();
-    box.button(button)->click();
+    const QPointer<QMessageBox> box =
+        qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+    if (!box)
+        return;
+    seen.push_back({box->windowTitle(), box->text(), box->icon(), box->standardButtons(),
+                    box->standardButton(box->defaultButton()), box->parentWidget(),
+                    box->textFormat()});
+    if (meanwhile)
+        meanwhile();
+    if (box)
+        box->button(box->button(answer) ? answer : QMessageBox::Ok)->click();
 }
 
 } // namespace TestSupport

@@ -13,7 +13,9 @@
 #include <QStringList>
 #include <QTimer>
 
+#include <functional>
 #include <memory>
+#include <vector>
 
 /*
  * What the tests of the file panel share. They run in the sandbox: "/usbkey", "/user_data"
@@ -76,24 +78,39 @@ public:
     QSignalSpy cancelled;
 };
 
-/** Presses a button of every message box that comes, and remembers the last. */
-class BoxAnswers : public QObject
+/**
+ * Answers every message box with one button, or with Ok where that is missing, and
+ * remembers them all. What happens while a box is open comes first.
+ */
+class MessageBoxes : public QObject
 {
 public:
-    explicit BoxAnswers(QMessageBox::StandardButton button);
+    struct Box
+    {
+        QString title;
+        QString text;
+        QMessageBox::Icon icon = QMessageBox::NoIcon;
+        QMessageBox::StandardButtons buttons;
+        QMessageBox::StandardButton defaultButton = QMessageBox::NoButton;
+        QWidget *parent = nullptr;
+        Qt::TextFormat format = Qt::AutoText;
+    };
 
-    int count = 0;
-    QString title;
-    QString text;
-    QMessageBox::Icon icon = QMessageBox::NoIcon;
-    QMessageBox::StandardButtons buttons;
-    QMessageBox::StandardButton defaultButton = QMessageBox::NoButton;
-    QWidget *parentWindow = nullptr;
+    explicit MessageBoxes(QMessageBox::StandardButton answer,
+                          std::function<void()> meanwhile = nullptr);
+
+    /** How many there were; the first and the last of them. */
+    int count() const { return static_cast<int>(seen.size()); }
+    Box first() const { return seen.empty() ? Box() : seen.front(); }
+    Box last() const { return seen.empty() ? Box() : seen.back(); }
 
 private:
-    void answer(QMessageBox &box, QMessageBox::StandardButton button);
+    void look();
 
+    const QMessageBox::StandardButton answer;
+    const std::function<void()> meanwhile;
     QTimer timer;
+    std::vector<Box> seen;
 };
 
 } // namespace TestSupport

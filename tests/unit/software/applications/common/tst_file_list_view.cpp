@@ -1,43 +1,14 @@
-#include "common/file_list_view.h"
+#include "file_list_view_fixture.h"
 
-#include "support/log_capture.h"
+#include "context_translator.h"
 
-#include <QAction>
 #include <QContextMenuEvent>
-#include <QLineEdit>
-#include <QMenu>
-#include <QSpinBox>
-#include <QStandardItemModel>
 #include <QTimer>
-#include <QTranslator>
 #include <QtTest>
 
-#include <csignal>
-#include <functional>
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-using TestSupport::captureStandardError;
+using namespace TestSupport;
 
 namespace {
-
-/** Tells in which context a text was translated. */
-class ContextTranslator : public QTranslator
-{
-public:
-    QString translate(const char *context, const char *source, const char *, int) const override
-    {
-        return QStringLiteral("%1/%2").arg(QLatin1String(context), QLatin1String(source));
-    }
-    bool isEmpty() const override { return false; }
-};
-
-class OpenFileListView : public FileListView
-{
-public:
-    using FileListView::commitData;
-};
 
 QStringList textsOf(const QMenu &menu)
 {
@@ -47,37 +18,13 @@ QStringList textsOf(const QMenu &menu)
     return texts;
 }
 
-QAction *actionOf(const QWidget &widget, const QString &text)
-{
-    for (QAction *action : widget.findChildren<QAction *>()) {
-        if (action->text() == text)
-            return action;
-    }
-    return nullptr;
-}
-
-void choose(QMenu &menu, const QString &text)
-{
-    for (QAction *action : menu.actions()) {
-        if (action->text() == text) {
-            QTest::mouseClick(&menu, Qt::LeftButton, Qt::NoModifier,
-                              menu.actionGeometry(action).center());
-            return;
-        }
-    }
-    QFAIL("no such choice");
-}
-
 } // namespace
 
-class TestFileListView : public QObject
+class TestFileListView : public FileListViewFixture
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-
     void theMenuOfAnItemAndOfEmptySpace();
     void theMenuOpensWhereItWasAskedFor();
     void aKeyboardsMenuIsThatOfTheCurrentItem();
@@ -94,124 +41,7 @@ private slots:
     void aVanishedItemIsNotTakenForItsNeighbour();
     void aMenuOutlivesItsModel();
     void aMenuMayLoseItsList();
-    void aTypedNameIsToldOnceAndTheModelRenamesNothing();
-    void renameWithoutAMenuEditsTheSelection();
-    void afterRenameAPlainEditIsTheModels_data();
-    void afterRenameAPlainEditIsTheModels();
-    void aNameInAnswerToANewEntryIsTheModels();
-    void clickingASelectedItemRenamesThroughTheModel();
-    void anItemThatCannotBeEditedIsNotRenamed();
-    void anEditorThatIsNoLineIsFatalInARename();
-    void anEditorThatIsNoLineMayEditPlainly();
-
-private:
-    QPoint centreOf(int row) const { return view->visualRect(model->index(row, 0)).center(); }
-    QPoint emptySpace() const { return view->viewport()->rect().bottomRight() - QPoint(5, 5); }
-    void openMenu(const QPoint &where, const std::function<void(QMenu &)> &visit);
-    void chooseFor(int row, const QString &text);
-    QLineEdit *editor() const { return view->findChild<QLineEdit *>(); }
-    void type(const QString &name, Qt::Key end = Qt::Key_Return);
-    void editPlainly(int row, const QString &name);
-    QStringList names() const;
-    int toldCount() const;
-    QModelIndex only(const QSignalSpy &spy) const;
-
-    std::unique_ptr<QStandardItemModel> model;
-    std::unique_ptr<OpenFileListView> view;
-    std::unique_ptr<QSignalSpy> deleted;
-    std::unique_ptr<QSignalSpy> renamed;
-    std::unique_ptr<QSignalSpy> copied;
-    std::unique_ptr<QSignalSpy> pasted;
 };
-
-void TestFileListView::init()
-{
-    model = std::make_unique<QStandardItemModel>();
-    for (const char *name : {"alpha", "beta", "gamma"})
-        model->appendRow(new QStandardItem(QString::fromLatin1(name)));
-    view = std::make_unique<OpenFileListView>();
-    view->setModel(model.get());
-    view->setEditTriggers(QAbstractItemView::SelectedClicked);
-    view->resize(200, 200);
-    deleted = std::make_unique<QSignalSpy>(view.get(), &FileListView::deleteIndex);
-    renamed = std::make_unique<QSignalSpy>(view.get(), &FileListView::renameIndex);
-    copied = std::make_unique<QSignalSpy>(view.get(), &FileListView::copyIndex);
-    pasted = std::make_unique<QSignalSpy>(view.get(), &FileListView::pasteAtIndex);
-    view->setPasteEnabled(true);
-    view->show();
-    view->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(view.get()));
-}
-
-void TestFileListView::cleanup()
-{
-    view.reset();
-    model.reset();
-}
-
-/** Opens the menu as a right click does, hands it to `visit`, and closes it if that did not. */
-void TestFileListView::openMenu(const QPoint &where, const std::function<void(QMenu &)> &visit)
-{
-    bool visited = false;
-    QTimer timer;
-    connect(&timer, &QTimer::timeout, &timer, [&] {
-        const QPointer<QMenu> menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
-        if (!menu)
-            return;
-        timer.stop();
-        // No operator chooses before the platform has told which window is active.
-        visited = QTest::qWaitForWindowExposed(menu) && QTest::qWaitForWindowActive(view.get());
-        visit(*menu);
-        if (menu && menu->isVisible())
-            menu->close();
-    });
-    timer.start(0);
-    QContextMenuEvent event(QContextMenuEvent::Mouse, where, view->viewport()->mapToGlobal(where));
-    QCoreApplication::sendEvent(view->viewport(), &event);
-    QVERIFY(visited);
-}
-
-void TestFileListView::chooseFor(int row, const QString &text)
-{
-    openMenu(centreOf(row), [&](QMenu &menu) { choose(menu, text); });
-}
-
-/** Types into the open editor and ends it; an ending key is answered through the event loop. */
-void TestFileListView::type(const QString &name, Qt::Key end)
-{
-    const QPointer<QLineEdit> line = editor();
-    QVERIFY(line);
-    line->selectAll();
-    QTest::keyClicks(line, name);
-    QTest::keyClick(line, end);
-    QTRY_VERIFY(!line);
-}
-
-void TestFileListView::editPlainly(int row, const QString &name)
-{
-    view->edit(model->index(row, 0));
-    type(name);
-}
-
-QStringList TestFileListView::names() const
-{
-    QStringList texts;
-    for (int row = 0; row < model->rowCount(); ++row)
-        texts << model->item(row)->text();
-    return texts;
-}
-
-int TestFileListView::toldCount() const
-{
-    return deleted->count() + renamed->count() + copied->count() + pasted->count();
-}
-
-/** The index of the only signal of the spy, if it is the only one of all. */
-QModelIndex TestFileListView::only(const QSignalSpy &spy) const
-{
-    const bool alone = spy.count() == 1 && toldCount() == 1;
-    return alone ? spy.at(0).at(0).toModelIndex() : QModelIndex();
-}
 
 void TestFileListView::theMenuOfAnItemAndOfEmptySpace()
 {
@@ -288,8 +118,8 @@ void TestFileListView::textsAndSignalsAreTheOnesDeclared()
     QStringList texts;
     for (const QAction *action : translated.findChildren<QAction *>("", Qt::FindDirectChildrenOnly))
         texts << action->text();
-    QCOMPARE(texts, QStringList({"FileListView/Delete", "FileListView/Rename", "FileListView/Copy",
-                                 "FileListView/Paste"}));
+    QCOMPARE(texts, QStringList({"FileListView|Delete", "FileListView|Rename", "FileListView|Copy",
+                                 "FileListView|Paste"}));
 }
 
 void TestFileListView::aChoiceIsAboutTheItemUnderThePointer_data()
@@ -419,122 +249,6 @@ void TestFileListView::aMenuMayLoseItsList()
 {
     openMenu(centreOf(1), [&](QMenu &) { view.reset(); });
     QVERIFY(!view);
-}
-
-void TestFileListView::aTypedNameIsToldOnceAndTheModelRenamesNothing()
-{
-    view->setCurrentIndex(model->index(0, 0));
-    chooseFor(2, "Rename");
-    QCOMPARE(editor()->text(), QString("gamma"));
-    type("new name");
-    QCOMPARE(only(*renamed), model->index(2, 0));
-    QCOMPARE(renamed->at(0).at(1).toString(), QString("new name"));
-    QCOMPARE(names(), QStringList({"alpha", "beta", "gamma"}));
-}
-
-void TestFileListView::renameWithoutAMenuEditsTheSelection()
-{
-    view->setCurrentIndex(model->index(1, 0));
-    actionOf(*view, "Rename")->trigger();
-    type("new name");
-    QCOMPARE(only(*renamed), model->index(1, 0));
-    QCOMPARE(names(), QStringList({"alpha", "beta", "gamma"}));
-}
-
-void TestFileListView::afterRenameAPlainEditIsTheModels_data()
-{
-    QTest::addColumn<QString>("ending");
-    QTest::addColumn<int>("told");
-    QTest::newRow("after Return") << "return" << 1;
-    QTest::newRow("after Escape") << "escape" << 0;
-    QTest::newRow("after its item vanished") << "vanish" << 0;
-    QTest::newRow("after the model was set anew") << "reset" << 0;
-}
-
-void TestFileListView::afterRenameAPlainEditIsTheModels()
-{
-    QFETCH(QString, ending);
-    QFETCH(int, told);
-    chooseFor(2, "Rename");
-    if (ending == "vanish")
-        model->removeRow(2);
-    else if (ending == "reset")
-        view->reset();
-    else
-        type("renamed", ending == "return" ? Qt::Key_Return : Qt::Key_Escape);
-    QTRY_VERIFY(!editor());
-    QCOMPARE(renamed->count(), told);
-
-    editPlainly(0, "plain");
-    QCOMPARE(names().mid(0, 2), QStringList({"plain", "beta"}));
-    QCOMPARE(toldCount(), told);
-}
-
-void TestFileListView::aNameInAnswerToANewEntryIsTheModels()
-{
-    openMenu(centreOf(2), [&](QMenu &) {
-        view->editName(model->index(0, 0));
-        type("New Folder 7"); // while the menu is open
-    });
-    QCOMPARE(names(), QStringList({"New Folder 7", "beta", "gamma"}));
-    QCOMPARE(toldCount(), 0);
-}
-
-void TestFileListView::clickingASelectedItemRenamesThroughTheModel()
-{
-    view->setCurrentIndex(model->index(1, 0));
-    QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, centreOf(1));
-    QTRY_VERIFY(editor());
-    type("clicked");
-    QCOMPARE(names(), QStringList({"alpha", "clicked", "gamma"}));
-    QCOMPARE(toldCount(), 0);
-}
-
-void TestFileListView::anItemThatCannotBeEditedIsNotRenamed()
-{
-    model->item(2)->setEditable(false);
-    chooseFor(2, "Rename");
-    QVERIFY(!editor());
-    editPlainly(0, "plain");
-    QCOMPARE(names(), QStringList({"plain", "beta", "gamma"}));
-    QCOMPARE(toldCount(), 0);
-}
-
-void TestFileListView::anEditorThatIsNoLineIsFatalInARename()
-{
-    model->item(1)->setData(7, Qt::EditRole);
-    chooseFor(1, "Rename");
-    auto *box = view->findChild<QSpinBox *>();
-    QVERIFY(box);
-    int status = 0;
-    const QByteArray written = captureStandardError([&] {
-        const pid_t child = fork();
-        if (child == 0) {
-            // QtTest catches the signal to write a report of its own.
-            std::signal(SIGABRT, SIG_DFL);
-            const rlimit noCoreFile = {0, 0};
-            setrlimit(RLIMIT_CORE, &noCoreFile);
-            view->commitData(box);
-            _exit(0);
-        }
-        waitpid(child, &status, 0);
-    });
-    QVERIFY(WIFSIGNALED(status));
-    QCOMPARE(WTERMSIG(status), SIGABRT);
-    QCOMPARE(written, QByteArray("Error Assert: 'lineEdit' is FALSE at line 1231 in file "
-                                 "software/applications/common/file_widget\n"));
-}
-
-void TestFileListView::anEditorThatIsNoLineMayEditPlainly()
-{
-    model->item(1)->setData(7, Qt::EditRole);
-    view->edit(model->index(1, 0));
-    auto *box = view->findChild<QSpinBox *>();
-    QVERIFY(box);
-    box->setValue(8);
-    view->commitData(box);
-    QCOMPARE(model->item(1)->data(Qt::EditRole).toInt(), 8);
-    QCOMPARE(toldCount(), 0);
 }
 
 QTEST_MAIN(TestFileListView)

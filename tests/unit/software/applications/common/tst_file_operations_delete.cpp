@@ -1,8 +1,8 @@
+#include "context_translator.h"
 #include "file_operations_parts.h"
 
 #include "common/usb_support.h"
 
-#include <QTranslator>
 #include <QtTest>
 
 #include <sys/stat.h>
@@ -12,22 +12,6 @@ using namespace TestSupport;
 namespace {
 
 constexpr auto yesOrNo = QMessageBox::Yes | QMessageBox::No;
-
-QString in(const QString &name)
-{
-    return internalFolder + QLatin1Char('/') + name;
-}
-
-/** Tells in which context a text was translated. */
-class ContextTranslator : public QTranslator
-{
-public:
-    QString translate(const char *context, const char *source, const char *, int) const override
-    {
-        return QStringLiteral("%1/%2").arg(QLatin1String(context), QLatin1String(source));
-    }
-    bool isEmpty() const override { return false; }
-};
 
 } // namespace
 
@@ -59,6 +43,7 @@ private slots:
     void aKeyUnmountedWhileAskedKeepsItsFiles();
     void aPanelThatGoesWhileAskedDeletesNothing();
     void theTextsAreThePanels();
+    void theTestsOwnEmptyingFollowsNoLink();
 
 private:
     void remove(const QString &path) { emit panel->parts.list->deleteIndex(panel->index(path)); }
@@ -325,11 +310,23 @@ void TestFileOperationsDelete::theTextsAreThePanels()
     remove(in("tree"));
     QCoreApplication::removeTranslator(&translator);
     QCOMPARE(boxes.count(), 2);
-    QCOMPARE(boxes.first().title, QString("FileWidget/Delete FileWidget/Folder"));
+    QCOMPARE(boxes.first().title, QString("FileWidget|Delete FileWidget|Folder"));
     QCOMPARE(boxes.first().text,
-             QString("FileWidget/Are you sure you want to delete the FileWidget/Folder \"tree\"?"));
+             QString("FileWidget|Are you sure you want to delete the FileWidget|Folder \"tree\"?"));
     QCOMPARE(boxes.last().text,
-             QString("FileWidget/Failed to delete the FileWidget/Folder \"tree\"?"));
+             QString("FileWidget|Failed to delete the FileWidget|Folder \"tree\"?"));
+}
+
+void TestFileOperationsDelete::theTestsOwnEmptyingFollowsNoLink()
+{
+    makeFolders({in("tree"), in("outside")});
+    writeFile(in("outside/file"));
+    QVERIFY(QFile::link(in("outside"), in("tree/folder")));
+    QVERIFY(QFile::link(in("outside/file"), in("tree/file")));
+    QVERIFY(QFile::link(in("nothing"), in("tree/broken")));
+    emptyFolder(in("tree"));
+    QVERIFY(isThere(in("outside/file")));
+    QVERIFY(QDir().rmdir(in("tree"))); // nothing is left in it
 }
 
 QTEST_MAIN(TestFileOperationsDelete)

@@ -7,15 +7,6 @@
 
 using namespace TestSupport;
 
-namespace {
-
-QString in(const QString &name)
-{
-    return internalFolder + QLatin1Char('/') + name;
-}
-
-} // namespace
-
 class TestFileOperationsRename : public QObject
 {
     Q_OBJECT

@@ -2,6 +2,7 @@
  * The file panel's list of locations: which entries, in which order, at which depth, and
  * that it follows what the file system model learns later.
  */
+#include "context_translator.h"
 #include "file_panel_fixture.h"
 
 #include "common/file_icons.h"
@@ -9,26 +10,8 @@
 #include <QDir>
 #include <QFile>
 #include <QTest>
-#include <QTranslator>
 
 using namespace TestSupport;
-
-namespace {
-
-/** As a translation of everything the panel says; remembers in which context it was asked. */
-class Shouting : public QTranslator
-{
-public:
-    QString translate(const char *context, const char *text, const char *, int) const override
-    {
-        if (QByteArray(context) != "FileWidget")
-            return {};
-        return QLatin1Char('<') + QString::fromUtf8(text) + QLatin1Char('>');
-    }
-    bool isEmpty() const override { return false; }
-};
-
-} // namespace
 
 class FileWidgetComboTest : public QObject
 {
@@ -238,30 +221,34 @@ void FileWidgetComboTest::longNamesDoNotWidenThePanel()
 
 void FileWidgetComboTest::allButTheLocationsIsTranslated()
 {
-    Shouting translator;
+    ContextTranslator translator;
     QVERIFY(QCoreApplication::installTranslator(&translator));
     QVERIFY(plugKey());
     const auto panel = PanelUnderTest::atInternalStorage();
     QCOMPARE(panel->entries(), QStringList({"Internal Storage", "USB Key"}));
-    const QStringList captions{"<Create>", "<Load>", "<Save As>", "<Backup>", "<OK>"};
+    const QStringList captions{"FileWidget|Create", "FileWidget|Load", "FileWidget|Save As",
+                               "FileWidget|Backup", "FileWidget|OK"};
     for (int mode = 0; mode < captions.size(); ++mode) {
         panel->widget.setMode(static_cast<FileWidget::Mode>(mode));
         QCOMPARE(panel->parts.ok->text(), captions.at(mode));
     }
-    QCOMPARE(panel->parts.cancel->text(), QStringLiteral("<Cancel>"));
-    QCOMPARE(panel->parentFolder->toolTip(), QStringLiteral("<Up one level>"));
-    QCOMPARE(panel->newFolder->toolTip(), QStringLiteral("<Create a new folder>"));
-    QCOMPARE(panel->widget.findChild<QLabel *>("label")->text(), QStringLiteral("<Look in:>"));
-    QCOMPARE(panel->widget.findChild<QLabel *>("captionLabel")->text(), QStringLiteral("<Name:>"));
+    QCOMPARE(panel->parts.cancel->text(), QStringLiteral("FileWidget|Cancel"));
+    QCOMPARE(panel->parentFolder->toolTip(), QStringLiteral("FileWidget|Up one level"));
+    QCOMPARE(panel->newFolder->toolTip(), QStringLiteral("FileWidget|Create a new folder"));
+    QCOMPARE(panel->widget.findChild<QLabel *>("label")->text(),
+             QStringLiteral("FileWidget|Look in:"));
+    QCOMPARE(panel->widget.findChild<QLabel *>("captionLabel")->text(),
+             QStringLiteral("FileWidget|Name:"));
     panel->newFolder->click();
-    QVERIFY(QFileInfo(internalFolder + "/<New Folder>").isDir());
-    BoxAnswers boxes(QMessageBox::No);
+    QVERIFY(QFileInfo(internalFolder + "/FileWidget|New Folder").isDir());
+    const MessageBoxes boxes(QMessageBox::No);
     panel->widget.setMode(FileWidget::BackupMode);
-    panel->widget.setFileName(QStringLiteral("<New Folder>"));
+    panel->widget.setFileName(QStringLiteral("FileWidget|New Folder"));
     panel->parts.ok->click();
-    QCOMPARE(boxes.title, QStringLiteral("<File exists>"));
-    QCOMPARE(boxes.text, QStringLiteral("<The selected file already exists.\n"
-                                        "Do you want to overwrite it?>"));
+    QCOMPARE(boxes.count(), 1);
+    QCOMPARE(boxes.first().title, QStringLiteral("FileWidget|File exists"));
+    QCOMPARE(boxes.first().text, QStringLiteral("FileWidget|The selected file already exists.\n"
+                                                "Do you want to overwrite it?"));
     QCoreApplication::removeTranslator(&translator);
 }
 

@@ -113,61 +113,61 @@ void FileWidgetKeyboardTest::tabGoesRound()
 
 void FileWidgetKeyboardTest::returnInTheNameAsksOnce()
 {
-    BoxAnswers boxes(QMessageBox::No);
+    const MessageBoxes boxes(QMessageBox::No);
     QSignalSpy confirmed(dialog->fileWidget(), &FileWidget::confirm);
     QTest::keyClicks(focused(), QStringLiteral("there"));
     press(Qt::Key_Return);
     QCoreApplication::processEvents();
-    QCOMPARE(boxes.count, 1);
+    QCOMPARE(boxes.count(), 1);
     QCOMPARE(confirmed.count(), 0);
     QVERIFY(dialog->isVisible());
 }
 
 void FileWidgetKeyboardTest::yesByReturnConfirmsOnce()
 {
-    BoxAnswers boxes(QMessageBox::Yes);
+    const MessageBoxes boxes(QMessageBox::Yes);
     QSignalSpy confirmed(dialog->fileWidget(), &FileWidget::confirm);
     parts->name->setText(QStringLiteral("there"));
     press(Qt::Key_Enter);
     QCoreApplication::processEvents();
-    QCOMPARE(boxes.count, 1);
+    QCOMPARE(boxes.count(), 1);
     QCOMPARE(confirmed.count(), 1);
     QCOMPARE(dialog->result(), int(QDialog::Accepted));
 }
 
 void FileWidgetKeyboardTest::aHeldReturnAsksOnce()
 {
-    BoxAnswers boxes(QMessageBox::No);
+    const MessageBoxes boxes(QMessageBox::No);
     parts->name->setText(QStringLiteral("there"));
     press(Qt::Key_Return);
     QKeyEvent repeated(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QStringLiteral("\r"),
                        true);
     QCoreApplication::sendEvent(parts->name, &repeated);
-    QCOMPARE(boxes.count, 1);
+    QCOMPARE(boxes.count(), 1);
     press(Qt::Key_Return);
-    QCOMPARE(boxes.count, 2);
+    QCOMPARE(boxes.count(), 2);
 }
 
 void FileWidgetKeyboardTest::returnInTheNameOfAPlainWindow()
 {
-    BoxAnswers boxes(QMessageBox::Yes);
+    const MessageBoxes boxes(QMessageBox::Yes);
     const auto panel = PanelUnderTest::atInternalStorage();
     panel->widget.show();
     panel->widget.setFileName(QStringLiteral("there"));
     QTest::keyClick(panel->parts.name, Qt::Key_Return);
-    QCOMPARE(boxes.count, 1);
+    QCOMPARE(boxes.count(), 1);
     QCOMPARE(panel->confirmed.count(), 1);
 }
 
 void FileWidgetKeyboardTest::returnOnAFileOfTheListAsksOnce()
 {
-    BoxAnswers boxes(QMessageBox::No);
+    const MessageBoxes boxes(QMessageBox::No);
     parts->list->setFocus();
     parts->list->setCurrentIndex(parts->row(QStringLiteral("there")));
     press(Qt::Key_Return);
     QCoreApplication::processEvents();
     QCOMPARE(parts->name->text(), QStringLiteral("there"));
-    QCOMPARE(boxes.count, 1);
+    QCOMPARE(boxes.count(), 1);
 }
 
 void FileWidgetKeyboardTest::returnOnAFolderOnlyEntersIt()

@@ -206,10 +206,10 @@ void FileWidgetKeysTest::aKeyThatGoesDuringTheQuestionIsNotSavedTo()
     const auto panel = PanelUnderTest::atInternalStorage();
     panel->parts.usbKey->click();
     panel->widget.setFileName(QStringLiteral("report"));
-    BoxAnswers boxes(QMessageBox::Yes);
+    const MessageBoxes boxes(QMessageBox::Yes);
     QTimer::singleShot(0, &panel->widget, [] { announceRemoval(); });
     panel->parts.ok->click();
-    QCOMPARE(boxes.count, 1);
+    QCOMPARE(boxes.count(), 1);
     QCOMPARE(unmountCalls(), 1);
     QCOMPARE(panel->confirmed.count(), 0);
 }
@@ -221,12 +221,12 @@ void FileWidgetKeysTest::aPanelMayGoDuringTheQuestion()
     QPointer<FileWidget> panel(new FileWidget(&window));
     panel->setInternalStoragePath(internalFolder);
     panel->setFileName(QStringLiteral("report"));
-    BoxAnswers boxes(QMessageBox::Yes);
+    const MessageBoxes boxes(QMessageBox::Yes);
     QTimer::singleShot(0, panel, [&panel] { delete panel; });
     // Not by the button, which goes with the panel.
     QMetaObject::invokeMethod(FileDialogParts(window).name, "returnPressed");
     QVERIFY(!panel);
-    QCOMPARE(boxes.count, 1);
+    QCOMPARE(boxes.count(), 1);
 }
 
 QTEST_MAIN(FileWidgetKeysTest)

@@ -121,14 +121,14 @@ void FileWidgetLocationsTest::goingToTheKeyMountsItOnce()
 
 void FileWidgetLocationsTest::aKeyThatCannotBeMountedIsNotEntered()
 {
-    BoxAnswers boxes(QMessageBox::Ok);
+    const MessageBoxes boxes(QMessageBox::Ok);
     QVERIFY(plugKey());
     refuseNext(KernelFunction::Mount);
     const auto panel = PanelUnderTest::atInternalStorage();
     panel->widget.setDirectory(keyFolder);
     QCOMPARE(panel->shownFolder(), internalFolder);
     QCOMPARE(panel->currentEntry(), internalFolder);
-    QCOMPARE(boxes.count, 0);
+    QCOMPARE(boxes.count(), 0);
 }
 
 void FileWidgetLocationsTest::theKeyButtonNeedsAKey()
@@ -153,13 +153,13 @@ void FileWidgetLocationsTest::theKeyButtonMountsOnce()
 
 void FileWidgetLocationsTest::theKeyButtonStaysOutWhenTheMountFails()
 {
-    BoxAnswers boxes(QMessageBox::Ok);
+    const MessageBoxes boxes(QMessageBox::Ok);
     QVERIFY(plugKey());
     refuseNext(KernelFunction::Mount);
     const auto panel = PanelUnderTest::atInternalStorage();
     panel->parts.usbKey->click();
     QCOMPARE(panel->shownFolder(), internalFolder);
-    QCOMPARE(boxes.count, 0);
+    QCOMPARE(boxes.count(), 0);
     panel->parts.usbKey->click();
     QCOMPARE(panel->shownFolder(), keyFolder);
 }
@@ -215,7 +215,7 @@ void FileWidgetLocationsTest::theBoxMountsAndUnmounts()
 
 void FileWidgetLocationsTest::theBoxStaysWhenTheMountFails()
 {
-    BoxAnswers boxes(QMessageBox::Ok);
+    const MessageBoxes boxes(QMessageBox::Ok);
     QVERIFY(plugKey());
     const auto panel = PanelUnderTest::atInternalStorage();
     refuseNext(KernelFunction::Mount);
@@ -223,7 +223,7 @@ void FileWidgetLocationsTest::theBoxStaysWhenTheMountFails()
     QCOMPARE(panel->shownFolder(), internalFolder);
     // It says where we are, not where we could not go.
     QCOMPARE(panel->currentEntry(), internalFolder);
-    QCOMPARE(boxes.count, 0);
+    QCOMPARE(boxes.count(), 0);
 }
 
 void FileWidgetLocationsTest::theBoxIgnoresALocationWithoutAFolder()

@@ -233,14 +233,14 @@ void FileWidgetModesTest::folderModeListsNoFiles()
 
 void FileWidgetModesTest::okNeedsAName()
 {
-    BoxAnswers boxes(QMessageBox::Yes);
+    const MessageBoxes boxes(QMessageBox::Yes);
     for (int mode = 0; mode <= 4; ++mode) {
         const auto panel = PanelUnderTest::atInternalStorage();
         panel->widget.setMode(static_cast<FileWidget::Mode>(mode));
         panel->parts.ok->click();
         QCOMPARE(panel->confirmed.count(), 0);
     }
-    QCOMPARE(boxes.count, 0);
+    QCOMPARE(boxes.count(), 0);
 }
 
 void FileWidgetModesTest::okByModeAndExistence_data()
@@ -269,12 +269,12 @@ void FileWidgetModesTest::okByModeAndExistence()
         makeFolders({internalFolder + "/chosen"});
     else if (exists)
         writeFile(internalFolder + "/chosen");
-    BoxAnswers boxes(saysYes ? QMessageBox::Yes : QMessageBox::No);
+    const MessageBoxes boxes(saysYes ? QMessageBox::Yes : QMessageBox::No);
     const auto panel = PanelUnderTest::atInternalStorage();
     panel->widget.setMode(static_cast<FileWidget::Mode>(mode));
     panel->widget.setFileName(QStringLiteral("chosen"));
     panel->parts.ok->click();
-    QTEST(boxes.count, "questions");
+    QTEST(boxes.count(), "questions");
     QTEST(panel->confirmed.count(), "confirms");
     QCOMPARE(panel->cancelled.count(), 0);
 }
@@ -282,31 +282,33 @@ void FileWidgetModesTest::okByModeAndExistence()
 void FileWidgetModesTest::theQuestionIsWordedAsOperatorsKnowIt()
 {
     writeFile(internalFolder + "/report.cdp");
-    BoxAnswers boxes(QMessageBox::No);
+    const MessageBoxes boxes(QMessageBox::No);
     const auto panel = PanelUnderTest::atInternalStorage();
     panel->widget.setMode(FileWidget::BackupMode);
     panel->widget.setNameFilters(QStringLiteral("*.cdp"));
     panel->widget.setFileName(QStringLiteral("report"));
     panel->parts.ok->click();
-    QCOMPARE(boxes.count, 1);
-    QCOMPARE(boxes.icon, QMessageBox::Question);
-    QCOMPARE(boxes.title, QStringLiteral("File exists"));
-    QCOMPARE(boxes.text, QStringLiteral("The selected file already exists.\n"
-                                        "Do you want to overwrite it?"));
-    QCOMPARE(boxes.buttons, QMessageBox::Yes | QMessageBox::No);
-    QCOMPARE(boxes.defaultButton, QMessageBox::No);
+    QCOMPARE(boxes.count(), 1);
+    const auto box = boxes.first();
+    QCOMPARE(box.icon, QMessageBox::Question);
+    QCOMPARE(box.title, QStringLiteral("File exists"));
+    QCOMPARE(box.text, QStringLiteral("The selected file already exists.\n"
+                                      "Do you want to overwrite it?"));
+    QCOMPARE(box.buttons, QMessageBox::Yes | QMessageBox::No);
+    QCOMPARE(box.defaultButton, QMessageBox::No);
 }
 
 void FileWidgetModesTest::theQuestionBelongsToTheWindow()
 {
     writeFile(internalFolder + "/report");
-    BoxAnswers boxes(QMessageBox::No);
+    const MessageBoxes boxes(QMessageBox::No);
     QDialog window;
     auto *panel = new FileWidget(&window);
     panel->setInternalStoragePath(internalFolder);
     panel->setFileName(QStringLiteral("report"));
     FileDialogParts(window).ok->click();
-    QCOMPARE(boxes.parentWindow, &window);
+    QCOMPARE(boxes.count(), 1);
+    QCOMPARE(boxes.first().parent, &window);
 }
 
 void FileWidgetModesTest::cancelRemembersTheFolder()

@@ -196,16 +196,18 @@ void FileWidgetNamesTest::activation_data()
     QTest::addColumn<QString>("entry");
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("shown");
+    QTest::addColumn<int>("questions");
     QTest::addColumn<int>("confirms");
     for (const int mode : {0, 1, 2, 3}) {
         QTest::addRow("mode %d, folder", mode) << mode << "/folder"
-                                               << "typed" << internalFolder + "/folder" << 0;
-        QTest::addRow("mode %d, file", mode) << mode << "/a.cdp"
-                                             << "a.cdp" << internalFolder << 1;
+                                               << "typed" << internalFolder + "/folder" << 0 << 0;
+        QTest::addRow("mode %d, file", mode)
+            << mode << "/a.cdp"
+            << "a.cdp" << internalFolder << int(mode != FileWidget::LoadMode) << 1;
     }
     // It fills the name and enters: a second folder of that name would have to be in it.
     QTest::newRow("folder mode") << 4 << "/folder"
-                                 << "folder" << internalFolder + "/folder" << 0;
+                                 << "folder" << internalFolder + "/folder" << 0 << 0;
 }
 
 void FileWidgetNamesTest::activation()
@@ -214,13 +216,14 @@ void FileWidgetNamesTest::activation()
     QFETCH(QString, entry);
     makeFolders({internalFolder + "/folder"});
     writeFile(internalFolder + "/a.cdp");
-    BoxAnswers boxes(QMessageBox::Yes);
+    const MessageBoxes boxes(QMessageBox::Yes);
     const auto panel = PanelUnderTest::atInternalStorage();
     panel->widget.setMode(static_cast<FileWidget::Mode>(mode));
     panel->widget.setFileName(QStringLiteral("typed"));
     panel->activate(internalFolder + entry);
     QTEST(panel->parts.name->text(), "name");
     QTEST(panel->shownFolder(), "shown");
+    QTEST(boxes.count(), "questions");
     QTEST(panel->confirmed.count(), "confirms");
     QCOMPARE(panel->currentEntry(), panel->shownFolder());
 }
@@ -243,6 +246,7 @@ void FileWidgetNamesTest::newFoldersAreNumbered()
         panel->newFolder->click();
     QVERIFY(panel->lists({"New Folder", "New Folder 1", "New Folder 2"}));
     QVERIFY(QDir(internalFolder).rmdir("New Folder 1"));
+    QVERIFY(panel->lists({"New Folder", "New Folder 2"}));
     panel->newFolder->click();
     QVERIFY(QFileInfo(internalFolder + "/New Folder 1").isDir());
     QVERIFY(!QFileInfo::exists(internalFolder + "/New Folder 3"));
@@ -287,13 +291,13 @@ void FileWidgetNamesTest::aNewFolderIsNamedAtOnce()
 
 void FileWidgetNamesTest::aReadOnlyFolderGetsNoNewOne()
 {
-    BoxAnswers boxes(QMessageBox::Ok);
+    const MessageBoxes boxes(QMessageBox::Ok);
     // Root may write anywhere but in here.
     PanelUnderTest panel;
     panel.widget.setDirectory(QStringLiteral("/proc/self"));
     panel.newFolder->click();
     QCOMPARE(panel.parts.list->findChildren<QLineEdit *>().size(), 0);
-    QCOMPARE(boxes.count, 0);
+    QCOMPARE(boxes.count(), 0);
 }
 
 void FileWidgetNamesTest::namesOfEveryKind_data()

@@ -221,8 +221,10 @@ void PackageProgressTest::twoStepsInARowTurnTheLoopOnce()
         probe.post();
         progress.advance(2);
         const bool turnedAgain = probe.delivered == before + 2;
-        if (sinceBeforeTurn.hasExpired(betweenTurns - 1))
-            continue; // a busy machine
+        if (sinceBeforeTurn.hasExpired(betweenTurns - 1)) {
+            QCoreApplication::removePostedEvents(&probe); // or the next attempt begins with two
+            continue;                                     // a busy machine
+        }
         QVERIFY(!turnedAgain);
         sawTwoInARow = true;
         QVERIFY(advanceUntil(progress, [&] { return probe.delivered == before + 2; }));
