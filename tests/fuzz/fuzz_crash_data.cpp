@@ -10,11 +10,12 @@
 
 #include "crash_reporter/crash_data.h"
 #include "crash_reporter/crash_report_writer.h"
+#include "fuzz/input_bytes.h"
 #include "fuzz/memory_meter.h"
 #include "fuzz/report_document_check.h"
+#include "fuzz/require.h"
 
 #include <QBuffer>
-#include <QtEndian>
 
 #include <cstring>
 #include <optional>
@@ -30,14 +31,6 @@ struct Input
     QByteArray crashData;
 };
 
-/** Takes up to `size` bytes off the front. */
-QByteArray take(QByteArray &bytes, int size)
-{
-    QByteArray front = bytes.left(size);
-    bytes.remove(0, size);
-    return front;
-}
-
 SharedClientInfo blockFrom(const QByteArray &bytes)
 {
     SharedClientInfo block = {};
@@ -45,21 +38,13 @@ SharedClientInfo blockFrom(const QByteArray &bytes)
     return block;
 }
 
-QString utf16From(const QByteArray &bytes)
-{
-    QString text(bytes.size() / 2, Qt::Uninitialized);
-    qFromBigEndian<quint16>(bytes.constData(), text.size(), text.data());
-    return text;
-}
-
-Input inputFrom(QByteArray bytes)
+Input inputFrom(InputBytes bytes)
 {
     Input input;
-    if (take(bytes, 1).startsWith('\1'))
-        input.block = blockFrom(take(bytes, sharedClientInfoSize));
-    const QByteArray size = take(bytes, 2).leftJustified(2, '\0');
-    input.comments = utf16From(take(bytes, qFromBigEndian<quint16>(size.constData())));
-    input.crashData = bytes;
+    if (bytes.takeByte() == 1)
+        input.block = blockFrom(bytes.take(sharedClientInfoSize));
+    input.comments = utf16From(bytes.take(bytes.takeShort()));
+    input.crashData = bytes.takeRest();
     return input;
 }
 
@@ -71,8 +56,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, std::size_t size)
     constexpr std::size_t freeMemory = 6U << 20U;
     constexpr std::size_t memoryPerByte = 64;
 
-    Input input =
-        inputFrom(QByteArray(reinterpret_cast<const char *>(data), static_cast<int>(size)));
+    Input input = inputFrom({data, size});
     QBuffer file(&input.crashData);
     file.open(QIODevice::ReadOnly);
     QBuffer document;

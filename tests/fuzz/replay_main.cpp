@@ -1,5 +1,7 @@
-// Runs a fuzz target over every file of a folder and over every beginning of each
-// file, without the fuzzer: what was once found stays mended in every build.
+// Runs a fuzz target over every file of a folder and over the beginnings of each file,
+// without the fuzzer: what was once found stays mended in every build.
+//
+//   replay_TARGET FOLDER [BEGINNINGS]    of a file, spread over it; all unless given
 
 #include <QDir>
 #include <QFile>
@@ -21,7 +23,7 @@ void limitMemory()
 #endif
 }
 
-bool replay(const QString &path)
+bool replay(const QString &path, int mostBeginnings)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
@@ -30,9 +32,10 @@ bool replay(const QString &path)
     // Should one crash, its name is the last line on the screen.
     std::printf("%s\n", qPrintable(path));
     std::fflush(stdout);
-    for (int size = 0; size <= bytes.size(); ++size)
+    const int step = mostBeginnings > 0 ? bytes.size() / mostBeginnings + 1 : 1;
+    for (int left = bytes.size(); left >= 0; left -= step)
         LLVMFuzzerTestOneInput(reinterpret_cast<const uint8_t *>(bytes.constData()),
-                               static_cast<std::size_t>(size));
+                               static_cast<std::size_t>(left));
     return true;
 }
 
@@ -41,10 +44,13 @@ bool replay(const QString &path)
 int main(int argc, char **argv)
 {
     limitMemory();
-    const QDir folder(argc == 2 ? QString::fromLocal8Bit(argv[1]) : QString());
-    const QStringList seeds = argc == 2 ? folder.entryList(QDir::Files, QDir::Name) : QStringList();
+    if (argc < 2 || argc > 3)
+        return 2;
+    const QDir folder(QString::fromLocal8Bit(argv[1]));
+    const int mostBeginnings = argc == 3 ? QByteArray(argv[2]).toInt() : 0;
+    const QStringList seeds = folder.entryList(QDir::Files, QDir::Name);
     for (const QString &seed : seeds) {
-        if (!replay(folder.filePath(seed))) {
+        if (!replay(folder.filePath(seed), mostBeginnings)) {
             std::fprintf(stderr, "cannot be read: %s\n", qPrintable(seed));
             return 1;
         }

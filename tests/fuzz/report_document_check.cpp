@@ -1,13 +1,11 @@
 #include "fuzz/report_document_check.h"
 
 #include "crash_reporter/xml_text.h"
+#include "fuzz/require.h"
 
 #include <QRegularExpression>
 #include <QTextCodec>
 #include <QXmlStreamReader>
-
-#include <cstdio>
-#include <cstdlib>
 
 namespace {
 
@@ -108,14 +106,6 @@ void checkApplicationInfo(Walk &walk, const Tessel::SharedClientInfo &info)
 }
 
 } // namespace
-
-void require(bool holds, const char *claim)
-{
-    if (holds)
-        return;
-    std::fprintf(stderr, "This does not hold: %s\n", claim);
-    std::abort();
-}
 
 void checkReportDocument(const QByteArray &document, const CrashReportData &report)
 {

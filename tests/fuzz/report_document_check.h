@@ -4,9 +4,6 @@
 
 #include <QByteArray>
 
-/** Ends the process, saying `claim`, when it does not hold. */
-void require(bool holds, const char *claim);
-
 /**
  * Requires that `document` is well-formed XML 1.0 to a reader that is not ours,
  * has exactly the elements a report document has, in their order, and says what

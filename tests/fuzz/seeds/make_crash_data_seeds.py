@@ -6,7 +6,8 @@ tests/fuzz/fuzz_crash_data.cpp; that of its last part, the crash data file, is t
 one the main application writes.
 """
 import struct
-from pathlib import Path
+
+from seed_folder import write_seeds
 
 DAY = 2461366  # 21 November 2026
 MOMENT = 52205250  # 14:30:05.250
@@ -169,8 +170,4 @@ SEEDS = {
     "comments_of_odd_size": b"\0\0\x03" + utf16("a") + b"b" + crash(),
 }
 
-folder = Path(__file__).parent / "crash_data"
-folder.mkdir(exist_ok=True)
-for name, content in SEEDS.items():
-    assert len(content) < 1024, name
-    (folder / name).write_bytes(content)
+write_seeds("crash_data", SEEDS)
