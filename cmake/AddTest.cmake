@@ -29,6 +29,8 @@ function(r4_add_test)
         AUTOMOC ON
         RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
     target_link_libraries(${TEST_NAME} PRIVATE ${TEST_LIBRARIES} Qt5::Test r4_warnings)
+    # What is tested is built as it ships; the tests themselves are to be built soon.
+    target_compile_options(${TEST_NAME} PRIVATE $<$<CONFIG:RelWithDebInfo>:-O1;-g1>)
     foreach(label ${TEST_RING} ${TEST_LABELS})
         add_dependencies(tests_${label} ${TEST_NAME})
     endforeach()

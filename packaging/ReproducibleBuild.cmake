@@ -10,7 +10,7 @@ set(shipped_targets
     tessel_core tessel_core_io
     vireling_palette vireling_resources vireling_style vireling_style_icon_engine
     vireling_widgets vireling_window
-    applications_common crash_reporter_app crash_reporter)
+    applications_usb applications_common crash_reporter_app crash_reporter)
 
 # The later of two that fit counts: the build folder has the same name everywhere.
 set(folders_left_out

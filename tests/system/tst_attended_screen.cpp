@@ -3,9 +3,32 @@
 
 #include "attended_crash.h"
 
+#include <QFile>
 #include <QTest>
+#include <QVector>
 
 using namespace TestSupport;
+
+namespace {
+
+/** The rows of pixels in which something is drawn, as bands of lines of text. */
+QVector<QRect> bandsOf(const QImage &picture)
+{
+    QVector<QRect> bands;
+    for (int y = 0, start = -1; y <= picture.height(); ++y) {
+        const bool hasInk =
+            y < picture.height() && inkIn(picture.copy(0, y, picture.width(), 1)) > 0;
+        if (hasInk && start < 0)
+            start = y;
+        if (!hasInk && start >= 0) {
+            bands.append(QRect(0, start, picture.width(), y - start));
+            start = -1;
+        }
+    }
+    return bands;
+}
+
+} // namespace
 
 class AttendedScreenTest : public QObject
 {
@@ -19,6 +42,7 @@ private slots:
     void escapeLeavesItUp();
     void savingWithoutAKeySaysSoAboveTheScreen();
     void aPressOnTheBackdropDoesNotCoverIt();
+    void aChangeOfLanguageReachesEveryText();
 };
 
 void AttendedScreenTest::commentsReachTheReport_data()
@@ -137,6 +161,37 @@ void AttendedScreenTest::aPressOnTheBackdropDoesNotCoverIt()
     crash.session.movePointer(crash.screen.bottomRight() - QPoint(45, 22));
     crash.session.click();
     QVERIFY(crash.waitForWindow(questionTitle));
+}
+
+void AttendedScreenTest::aChangeOfLanguageReachesEveryText()
+{
+    AttendedCrash crash;
+    crash.start({}, {}, {"env", "LD_PRELOAD=" R4_LANGUAGE_STAND_IN});
+    QVERIFY(crash.waitForScreen());
+    crash.session.type("typed before");
+    QVERIFY(crash.waitUntilIdle());
+    // The captions stand in a column of their own, left of the comments box.
+    const QRect captions(crash.screen.left() + 30, crash.screen.top() + 40, 70,
+                         crash.screen.height() - 90);
+    const QRect buttons(crash.screen.right() - 250, crash.screen.bottom() - 36, 240, 30);
+    const QImage captionsBefore = crash.session.picture(captions);
+    const QImage buttonsBefore = crash.session.picture(buttons);
+    const QVector<QRect> texts = bandsOf(captionsBefore);
+    QVERIFY2(texts.size() >= 8, "three sentences and five captions");
+
+    QFile change(crash.run.tmpFolder() + "/language");
+    QVERIFY(change.open(QIODevice::WriteOnly));
+    QVERIFY(crash.run.waitUntil([&] { return crash.session.picture(buttons) != buttonsBefore; }));
+    QVERIFY(crash.waitUntilIdle());
+    const QImage captionsAfter = crash.session.picture(captions);
+    for (const QRect &text : texts)
+        QVERIFY2(captionsAfter.copy(text) != captionsBefore.copy(text),
+                 qPrintable(QString::number(text.top())));
+    // Nothing but texts has changed: no box has come up, and nothing was done.
+    QCOMPARE(crash.session.activeWindow(), screenTitle);
+    const SandboxResult result = crash.switchOff();
+    QCOMPARE(result.filesLeft, QStringList());
+    QCOMPARE(crash.systemCalls(), QList<QByteArray>());
 }
 
 QTEST_GUILESS_MAIN(AttendedScreenTest)
