@@ -31,7 +31,7 @@ FONT_FILES = ["DejaVuSans.ttf", "DejaVuSans-Bold.ttf", "DejaVuSansMono.ttf"]
 FONT_CONFIGURATION = paths.PROJECT / "software/applications/crash_reporter/fonts.conf"
 DUMP_BYTES = 3 << 20
 GUEST = paths.SOURCE / "guest"
-EMPTY_FOLDERS = ["dev", "proc", "sys", "tmp", "run", "root", "user_data", "usbkey", "var/cache"]
+EMPTY_FOLDERS = ["dev", "proc", "sys", "tmp", "run", "root", "srv", "user_data", "usbkey", "var/cache"]
 
 
 def run(*command, **options) -> str:
@@ -132,7 +132,7 @@ def dump() -> bytes:
 
 
 def place_system() -> None:
-    (paths.ROOT / "root/r4_main.core").write_bytes(dump())
+    (paths.ROOT / "srv/r4_main.core").write_bytes(dump())
     place(paths.UNPACKED / "bin/busybox", "bin/busybox")
     for file in GUEST.iterdir():
         target = "init" if file.name == "init" else f"usr/bin/{file.name}"

@@ -80,7 +80,7 @@ def start_at_crash_screen(stage):
 @words(r"the dump is (\d+) times as large")
 def enlarge_dump(stage, times):
     """Copied in the main memory, before the crash."""
-    stage.machine.guest(f"for n in $(seq {times}); do cat /root/r4_main.core; done "
+    stage.machine.guest(f"for n in $(seq {times}); do cat /srv/r4_main.core; done "
                         ">/tmp/r4_main.core", 120)
     stage.dump_repeats = int(times)
 
