@@ -71,6 +71,18 @@ void addKeyWithPartition()
     addDiskFolder(disk);
 }
 
+void emptyFolder(const QString &folder)
+{
+    requireScratchMachine();
+    const QDir::Filters all = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
+    for (const QFileInfo &entry : QDir(folder).entryInfoList(all)) {
+        if (entry.isDir() && !entry.isSymLink())
+            QDir(entry.filePath()).removeRecursively();
+        else
+            QFile::remove(entry.filePath());
+    }
+}
+
 bool waitWithoutEvents(const std::function<bool()> &condition)
 {
     constexpr int patience = 5000;

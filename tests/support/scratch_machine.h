@@ -31,6 +31,9 @@ QByteArray addDiskFolder(const QString &disk);
 /** A key with a partition: sdb and sdb1, and the kernel's folder. */
 void addKeyWithPartition();
 
+/** Removes all that is in a folder, hidden files and dead links too; a link's target stays. */
+void emptyFolder(const QString &folder);
+
 /**
  * Waits until `condition` holds, with the event loop standing still; false when it does
  * not come true within five seconds.

@@ -123,7 +123,6 @@ bool R4CrashReporterApplication::saveCrashReport()
         showFailure(tr("There was a problem saving the crash report."));
         return false;
     }
-    reportUnsaved = false;
     QMessageBox::information(activeWindow(), tr("Success"), tr("Crash report successfully saved."),
                              QMessageBox::Ok);
     return true;

@@ -150,15 +150,8 @@ void R4CrashReporterApplication::crashReported()
     reportUnsaved = true;
 
     const SharedClientInfo *info = sharedClientInfo();
-    if (!info) {
-        saveAndRestart();
-        return;
-    }
-    if (hasNoDisplay()) {
-        saveAndRestart();
-        return;
-    }
-    if (info->autoActionSeconds == 0 && info->unattendedRestart != 0) {
+    const bool isUnattended = info && info->autoActionSeconds == 0 && info->unattendedRestart != 0;
+    if (!info || isUnattended || hasNoDisplay()) {
         saveAndRestart();
         return;
     }

@@ -51,6 +51,18 @@ protected:
     void retranslate() override { ++retranslations; }
 };
 
+/** Where a dialog of 200 x 100 comes up whose parent is there. */
+QRect placeBeside(const QRect &place)
+{
+    QWidget parent;
+    parent.setGeometry(place);
+    parent.show();
+    Dialog dialog(&parent);
+    dialog.resize(200, 100);
+    dialog.show();
+    return dialog.geometry();
+}
+
 } // namespace
 
 class TestDialog : public QObject
@@ -82,13 +94,7 @@ private slots:
 
     void comesUpInTheMiddleOfItsParent()
     {
-        QWidget parent;
-        parent.setGeometry(200, 150, 400, 300);
-        parent.show();
-        Dialog dialog(&parent);
-        dialog.resize(200, 100);
-        dialog.show();
-        QCOMPARE(dialog.geometry(), QRect(300, 250, 200, 100));
+        QCOMPARE(placeBeside(QRect(200, 150, 400, 300)), QRect(300, 250, 200, 100));
     }
 
     void comesUpInTheMiddleOfTheScreenWithoutAParent()
@@ -102,13 +108,7 @@ private slots:
 
     void staysOnTheScreenBesideAParentAtItsEdge()
     {
-        QWidget parent;
-        parent.setGeometry(0, 0, 40, 40);
-        parent.show();
-        Dialog dialog(&parent);
-        dialog.resize(200, 100);
-        dialog.show();
-        QCOMPARE(dialog.pos(), QPoint(0, 0));
+        QCOMPARE(placeBeside(QRect(0, 0, 40, 40)), QRect(0, 0, 200, 100));
     }
 
     void staysWhereItWasMoved()

@@ -39,18 +39,6 @@ inline void fillOrdinarily(const QString &folder)
         makeFile(folder, QStringLiteral("Crash Report %1.cdp").arg(number));
 }
 
-/** Hidden files and dead links too; what a link leads to stays. */
-inline void emptyFolder(const QString &folder)
-{
-    const QDir::Filters all = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
-    for (const QFileInfo &entry : QDir(folder).entryInfoList(all)) {
-        if (entry.isDir() && !entry.isSymLink())
-            QDir(entry.filePath()).removeRecursively();
-        else
-            QFile::remove(entry.filePath());
-    }
-}
-
 /** Whether the picture is all of one colour. */
 inline bool isPlain(const QImage &picture)
 {

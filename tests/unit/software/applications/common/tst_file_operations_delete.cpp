@@ -2,6 +2,7 @@
 #include "file_operations_parts.h"
 
 #include "common/usb_support.h"
+#include "support/scratch_machine.h"
 
 #include <QtTest>
 

@@ -1,25 +1,12 @@
 #include "save_fixture.h"
 
 #include <QDir>
-#include <QFileInfo>
 
 namespace TestSupport {
 
 namespace {
 
 constexpr qint64 patience = 10000;
-
-void emptyKey()
-{
-    Q_ASSERT(onScratchMachine());
-    for (const QFileInfo &entry :
-         QDir(keyFolder).entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot)) {
-        if (entry.isDir() && !entry.isSymLink())
-            QDir(entry.filePath()).removeRecursively();
-        else
-            QFile::remove(entry.filePath());
-    }
-}
 
 } // namespace
 
@@ -102,7 +89,7 @@ PluggedKey::PluggedKey()
 PluggedKey::~PluggedKey()
 {
     removeAllDisks();
-    emptyKey();
+    emptyFolder(keyFolder);
 }
 
 void launchInFront(const RunningReporter &reporter)

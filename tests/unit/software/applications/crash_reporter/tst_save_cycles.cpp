@@ -31,6 +31,7 @@ struct Usage
 {
     int descriptors = QDir("/proc/self/fd").entryList(QDir::AllEntries | QDir::System).size();
     int threads = QDir("/proc/self/task").entryList(QDir::Dirs | QDir::NoDotAndDotDot).size();
+    /** Nothing of the address sanitiser's heap, whose leak detector looks for itself. */
     qint64 heap = qint64(mallinfo2().uordblks);
 };
 
