@@ -5,6 +5,7 @@ Started by scripts/bench, which builds everything first. Figures are for reading
 only a run that went wrong makes this fail.
 """
 import argparse
+import functools
 import hashlib
 import os
 import pathlib
@@ -104,14 +105,22 @@ def swapped_ratios(ours, theirs):
     return [(first * second) ** 0.5 for first, second in zip(ratios[::2], ratios[1::2])]
 
 
+PACKAGING_PEERS = {
+    "bsdtar": functools.partial(runs.bsdtar, synced=False),
+    "bsdtar, synced": functools.partial(runs.bsdtar, synced=True),
+    "GNU tar and gzip": functools.partial(runs.tar_and, "gzip"),
+    "GNU tar and pigz -p 1": functools.partial(runs.tar_and, "pigz -p 1"),
+}
+
+
 def packaging(table, files, rounds):
-    for peer, synced in (("bsdtar", False), ("bsdtar, synced", True)):
+    size = files.dump.stat().st_size // MEBIBYTE
+    for peer, start in PACKAGING_PEERS.items():
         ours, theirs = side_by_side(
             lambda **where: runs.reporter(files.dump, files.log, **where),
-            lambda **where: runs.bsdtar(files, synced, **where),
+            lambda **where: start(files=files, **where),
             2 * rounds,
         )
-        size = files.dump.stat().st_size // MEBIBYTE
         table.head(f"Packaging a core image of {size} MiB beside {peer}: {2 * rounds} rounds")
         for field, unit in (("wall", "wall seconds"), ("cpu", "CPU seconds")):
             table.figures(f"reporter, {unit}", values(ours, field))

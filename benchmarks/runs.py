@@ -1,6 +1,7 @@
 """One measured run of a program in the sandbox."""
 import os
 import re
+import shlex
 import shutil
 import subprocess
 import time
@@ -127,6 +128,14 @@ def bsdtar(files, synced, **where):
     for file in (files.dump, files.report, files.log):
         command += ["-C", file.parent, file.name]
     return Run(command, "exit", [f"R4_BENCH_SYNC={package}"] if synced else [], **where)
+
+
+def tar_and(compressor, files, **where):
+    """GNU tar packs the same files, with a compressor of its own process behind it."""
+    names = " ".join(f"-C {shlex.quote(str(file.parent))} {shlex.quote(file.name)}"
+                     for file in (files.dump, files.report, files.log))
+    line = f"set -o pipefail; tar --format=gnu -cf - {names} | {compressor} >/user_data/crash_dumps/package.tar.gz"
+    return Run([*MEASURED, "bash", "-c", line], "exit", **where)
 
 
 def bare_window():

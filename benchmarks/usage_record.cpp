@@ -23,11 +23,16 @@ double seconds(const timeval &time)
     return double(time.tv_sec) + double(time.tv_usec) * 1e-6;
 }
 
+/** Of the program and of those it has waited for: a shell's pipeline. */
 double processorSeconds()
 {
-    rusage usage = {};
-    getrusage(RUSAGE_SELF, &usage);
-    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
+    double all = 0;
+    for (const auto who : {RUSAGE_SELF, RUSAGE_CHILDREN}) {
+        rusage usage = {};
+        getrusage(who, &usage);
+        all += seconds(usage.ru_utime) + seconds(usage.ru_stime);
+    }
+    return all;
 }
 
 /** Of the program itself: getrusage() counts what ran before exec, too. */
