@@ -1,28 +1,8 @@
 #include "vireling/window/dialog.h"
 
-#include <QScreen>
-
-#include <algorithm>
+#include "vireling/window/window_placement.h"
 
 namespace Vireling {
-
-namespace {
-
-/** Where a span of that length lies in the middle of `around`, yet within `limits`. */
-int centred(int length, int aroundStart, int aroundLength, int limitStart, int limitLength)
-{
-    const int start = aroundStart + (aroundLength - length) / 2;
-    const int last = std::max(limitStart, limitStart + limitLength - length);
-    return std::clamp(start, limitStart, last);
-}
-
-QPoint centredOn(const QSize &size, const QRect &around, const QRect &limits)
-{
-    return {centred(size.width(), around.x(), around.width(), limits.x(), limits.width()),
-            centred(size.height(), around.y(), around.height(), limits.y(), limits.height())};
-}
-
-} // namespace
 
 Dialog::Dialog(QWidget *parent, Qt::WindowFlags flags)
     : WindowProxy<QDialog>(parent, flags)
@@ -53,9 +33,7 @@ void Dialog::centre()
         adjustSize();
         setAttribute(Qt::WA_Resized, false); // not by whoever uses the dialog
     }
-    const QRect limits = screen()->availableGeometry();
-    const QWidget *parent = parentWidget();
-    move(centredOn(size(), parent ? parent->window()->geometry() : limits, limits));
+    move(middlePlace(*this));
 }
 
 } // namespace Vireling

@@ -12,6 +12,7 @@
 #include "tessel_core/talvorin_watchdog.h"
 #include "tessel_core/watchdog.h"
 #include "vireling/style/appearance.h"
+#include "vireling/window/message_box_frames.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -72,6 +73,7 @@ R4CrashReporterApplication::R4CrashReporterApplication(int &argc, char **argv)
     // Whoever started us has crashed, and may be gone before it reads a line of ours.
     std::signal(SIGPIPE, SIG_IGN);
     Vireling::installAppearance(Vireling::Theme::Dark);
+    Vireling::frameMessageBoxes();
     setCursorFlashTime(0); // a blinking cursor would wake up the idle machine twice a second
     setUpWatchdog();
     sharedClientInfo();

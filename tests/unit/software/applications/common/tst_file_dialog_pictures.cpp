@@ -18,6 +18,7 @@
 #include "vireling/palette/process_initialisers.h"
 #include "vireling/palette/theme.h"
 #include "vireling/style/appearance.h"
+#include "vireling/window/message_box_frames.h"
 
 #include <QApplication>
 #include <QDir>
@@ -154,6 +155,7 @@ void FileDialogPicturesTest::initTestCase()
     QVERIFY2(onScratchMachine(), "this test writes into /usbkey: run it in the sandbox");
     Vireling::initialiseResources();
     Vireling::installAppearance(Vireling::Theme::Dark);
+    Vireling::frameMessageBoxes();
     removeAllDisks();
     addKeyWithPartition();
     log = std::make_unique<LogCapture>();
