@@ -2,40 +2,14 @@
 
 #include <QCache>
 #include <QImage>
-#include <QPaintDevice>
 #include <QPainter>
 
+#include <array>
 #include <cmath>
 
 namespace Vireling {
 
 namespace {
-
-struct FullKey
-{
-    PictureShape shape;
-    QRgb first;
-    QRgb second;
-    int line;
-    int radius;
-    int width;
-    int height;
-    int ratio;
-
-    bool operator==(const FullKey &other) const
-    {
-        return shape == other.shape && first == other.first && second == other.second &&
-               line == other.line && radius == other.radius && width == other.width &&
-               height == other.height && ratio == other.ratio;
-    }
-};
-
-uint qHash(const FullKey &key, uint seed = 0)
-{
-    const uint parts[] = {uint(key.shape),  key.first,       key.second,       uint(key.line),
-                          uint(key.radius), uint(key.width), uint(key.height), uint(key.ratio)};
-    return qHashRange(std::begin(parts), std::end(parts), seed);
-}
 
 /** Lengths count in thousandths of a pixel. */
 int thousandths(qreal length)
@@ -43,11 +17,43 @@ int thousandths(qreal length)
     return int(std::lround(length * 1000));
 }
 
-/** The states of all controls of a busy screen. */
-constexpr int keptPictures = 512;
+/** All that a picture depends on: the key, and where on its pixels the drawing lies. */
+struct FullKey
+{
+    FullKey(const PictureKey &key, const QRectF &place, int pixelRatio)
+        : shape(key.shape)
+        , first(key.first.rgba())
+        , second(key.second.rgba())
+        , lengths{thousandths(key.line),  thousandths(key.radius),    thousandths(place.x()),
+                  thousandths(place.y()), thousandths(place.width()), thousandths(place.height())}
+        , ratio(pixelRatio)
+    {}
+
+    bool operator==(const FullKey &other) const
+    {
+        return shape == other.shape && first == other.first && second == other.second &&
+               lengths == other.lengths && ratio == other.ratio;
+    }
+
+    PictureShape shape;
+    QRgb first;
+    QRgb second;
+    std::array<int, 6> lengths;
+    int ratio;
+};
+
+uint qHash(const FullKey &key, uint seed = 0)
+{
+    const uint parts[] = {uint(key.shape), key.first, key.second, uint(key.ratio)};
+    return qHashRange(key.lengths.begin(), key.lengths.end(),
+                      qHashRange(std::begin(parts), std::end(parts), seed));
+}
+
+/** The states of all controls of a busy screen, in 2 MiB. */
+constexpr int keptPixels = 512 * 1024;
 
 /** Larger ones are drawn anew: few recur, and they take room. Logical pixels. */
-constexpr int largestPicture = 32;
+constexpr int largestPicture = 128;
 
 bool isWhole(qreal value)
 {
@@ -73,16 +79,30 @@ bool paintsPlainly(const QPainter &painter)
            painter.opacity() == 1;
 }
 
-QImage makePicture(const QSize &size, int ratio, const std::function<void(QPainter &)> &draw)
+QImage makePicture(const QRectF &place, int ratio, const std::function<void(QPainter &)> &draw)
 {
-    QImage picture(size * ratio, QImage::Format_ARGB32_Premultiplied);
+    QImage picture(place.toAlignedRect().size() * ratio, QImage::Format_ARGB32_Premultiplied);
     picture.setDevicePixelRatio(ratio);
     picture.fill(Qt::transparent);
     QPainter painter(&picture);
     painter.setRenderHint(QPainter::Antialiasing);
+    painter.translate(place.topLeft());
     draw(painter);
     painter.end();
     return picture;
+}
+
+/** Of whole pixels, with the drawing at `place`, less than one pixel from the corner. */
+QImage pictureWith(const QRectF &place, const PictureKey &key, int ratio,
+                   const std::function<void(QPainter &)> &draw)
+{
+    static QCache<FullKey, QImage> pictures(keptPixels);
+    const FullKey full(key, place, ratio);
+    if (const QImage *kept = pictures.object(full))
+        return *kept;
+    QImage made = makePicture(place, ratio, draw);
+    pictures.insert(full, new QImage(made), made.width() * made.height());
+    return made;
 }
 
 } // namespace
@@ -90,26 +110,13 @@ QImage makePicture(const QSize &size, int ratio, const std::function<void(QPaint
 QImage keptPicture(const PictureKey &key, const QSize &size, int ratio,
                    const std::function<void(QPainter &)> &draw)
 {
-    static QCache<FullKey, QImage> pictures(keptPictures);
-    const FullKey full{key.shape,
-                       key.first.rgba(),
-                       key.second.rgba(),
-                       thousandths(key.line),
-                       thousandths(key.radius),
-                       size.width(),
-                       size.height(),
-                       ratio};
-    if (const QImage *kept = pictures.object(full))
-        return *kept;
-    QImage made = makePicture(size, ratio, draw);
-    pictures.insert(full, new QImage(made));
-    return made;
+    return pictureWith({{0, 0}, size}, key, ratio, draw);
 }
 
 int exactPictureRatio(const QPainter &painter, const QRectF &rect)
 {
-    const QPaintDevice *device = painter.device();
-    const qreal ratio = device ? device->devicePixelRatioF() : 1;
+    // Not its device's: that may be a widget which is drawn into a picture of another ratio.
+    const qreal ratio = painter.isActive() ? painter.deviceTransform().m11() : 1;
     const bool exact =
         isWhole(ratio) && isWhole(rect) && movesByWholePixels(painter) && paintsPlainly(painter);
     return exact ? int(ratio) : 0;
@@ -118,10 +125,12 @@ int exactPictureRatio(const QPainter &painter, const QRectF &rect)
 void drawKept(QPainter &painter, const QRectF &rect, const PictureKey &key,
               const std::function<void(QPainter &)> &draw)
 {
-    const bool small = rect.width() <= largestPicture && rect.height() <= largestPicture;
-    const int ratio = small ? exactPictureRatio(painter, rect) : 0;
+    const QRect pixels = rect.toAlignedRect();
+    const bool small = pixels.width() <= largestPicture && pixels.height() <= largestPicture;
+    const int ratio = small ? exactPictureRatio(painter, pixels) : 0;
     if (ratio > 0) {
-        painter.drawImage(rect.topLeft(), keptPicture(key, rect.size().toSize(), ratio, draw));
+        const QRectF place = rect.translated(-pixels.topLeft());
+        painter.drawImage(pixels.topLeft(), pictureWith(place, key, ratio, draw));
         return;
     }
     painter.save();

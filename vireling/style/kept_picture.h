@@ -21,6 +21,8 @@ enum class PictureShape
     ChevronRight,
     CheckMark,
     Cross,
+    DialArc,
+    DialRing,
 };
 
 /** What a small drawing depends on besides its size. */
@@ -51,7 +53,10 @@ QImage keptPicture(const PictureKey &key, const QSize &size, int ratio,
  */
 int exactPictureRatio(const QPainter &painter, const QRectF &rect);
 
-/** Draws a small drawing out of keptPicture(); by `draw` itself where that is not exact. */
+/**
+ * Draws a small drawing out of a kept picture, also where `rect` lies between pixels; by
+ * `draw` itself where that is not exact.
+ */
 void drawKept(QPainter &painter, const QRectF &rect, const PictureKey &key,
               const std::function<void(QPainter &)> &draw);
 

@@ -2,7 +2,9 @@
 
 #include "vireling/palette/fonts.h"
 
+#include <QCache>
 #include <QFontMetrics>
+#include <QPair>
 #include <QStyle>
 #include <QTextLayout>
 
@@ -22,6 +24,9 @@ constexpr qreal lineSpacing = 2; ///< between title and description
 constexpr qreal comfortableTextWidth = 260;
 
 constexpr int maximumLines = 2;
+
+/** More cards than a screen has room for. */
+constexpr int keptDescriptions = 64;
 
 int scaled(const CardButton &card, qreal designPixels)
 {
@@ -83,6 +88,27 @@ int preferredDescriptionWidth(const CardButton &card)
     while (width < whole && needsMoreLines(description, width))
         width += scaled(card, iconSpacing);
     return width;
+}
+
+/** cardDescriptionLines(), worked out anew. */
+QStringList brokenDescription(const QString &description, int width)
+{
+    const QFont &font = cardDescriptionFont();
+    const QString text = description.simplified();
+    if (text.isEmpty() || width <= 0)
+        return {};
+    QStringList lines;
+    QTextLayout layout(text, font);
+    const int lineCount = breakLines(layout, width);
+    for (int number = 0; number < std::min(lineCount, maximumLines); ++number) {
+        const QTextLine line = layout.lineAt(number);
+        lines += text.mid(line.textStart(), line.textLength()).trimmed();
+    }
+    if (lineCount > maximumLines) {
+        const QString rest = text.mid(layout.lineAt(maximumLines - 1).textStart());
+        lines.last() = QFontMetrics(font).elidedText(rest, Qt::ElideRight, width);
+    }
+    return lines;
 }
 
 } // namespace
@@ -166,22 +192,12 @@ const QFont &cardDescriptionFont()
 
 QStringList cardDescriptionLines(const QString &description, int width)
 {
-    const QFont &font = cardDescriptionFont();
-    const QString text = description.simplified();
-    if (text.isEmpty() || width <= 0)
-        return {};
-    QStringList lines;
-    QTextLayout layout(text, font);
-    const int lineCount = breakLines(layout, width);
-    for (int number = 0; number < std::min(lineCount, maximumLines); ++number) {
-        const QTextLine line = layout.lineAt(number);
-        lines += text.mid(line.textStart(), line.textLength()).trimmed();
-    }
-    if (lineCount > maximumLines) {
-        const QString rest = text.mid(layout.lineAt(maximumLines - 1).textStart());
-        lines.last() = QFontMetrics(font).elidedText(rest, Qt::ElideRight, width);
-    }
-    return lines;
+    // Every painting asks again, and breaking lines would be an eighth of its work.
+    static QCache<QPair<QString, int>, QStringList> broken(keptDescriptions);
+    const QPair<QString, int> key(description, width);
+    if (!broken.contains(key))
+        broken.insert(key, new QStringList(brokenDescription(description, width)));
+    return *broken.object(key);
 }
 
 } // namespace Vireling

@@ -7,7 +7,8 @@
  * system's: "../share/r4_crash_reporter/fonts.conf" from the folder of the program that
  * `program`, a symbolic link, leads to.
  *
- * Nothing when FONTCONFIG_FILE already names another, or when there is no such file. Sets
- * an environment variable: call it before the application object and any thread.
+ * Nothing when FONTCONFIG_FILE names another, when there is no such file or when it is
+ * damaged: then the system's counts. Call it before the application object, which reads
+ * its fonts.
  */
 void useOwnFontConfiguration(const std::string &program = "/proc/self/exe");

@@ -2,6 +2,7 @@
 
 #include "vireling/style/design.h"
 #include "vireling/style/elements/slider.h"
+#include "vireling/style/kept_picture.h"
 #include "vireling/style/paint_utils.h"
 
 #include <QPainter>
@@ -71,28 +72,40 @@ qreal DialLayout::degreesOf(const QStyleOptionSlider &dial, int value) const
     return dial.dialWrapping ? wrappingStart - share * wrappingSweep : start - share * sweep;
 }
 
-void paintArc(const ElementContext &context, const DialLayout &layout, qreal from, qreal to,
+void paintArc(QPainter &painter, const DialLayout &layout, qreal from, qreal to,
               const QColor &colour)
 {
-    context.painter->setPen(
-        QPen(colour, layout.grooveStroke, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    context.painter->drawArc(layout.circle(layout.groove), qRound(from * 16),
-                             qRound((to - from) * 16));
+    painter.setPen(QPen(colour, layout.grooveStroke, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.drawArc(layout.circle(layout.groove), qRound(from * 16), qRound((to - from) * 16));
+}
+
+/** The whole groove, which is the same for every value. */
+void paintGround(const ElementContext &context, const DialLayout &layout, PictureShape shape)
+{
+    const QColor colour = context.colour(ColourRole::SliderBase);
+    const QRectF rect = layout.circle(layout.groove + layout.grooveStroke / 2);
+    const PictureKey key{shape, colour, Qt::transparent, layout.grooveStroke, layout.groove};
+    drawKept(*context.painter, rect, key, [&](QPainter &fresh) {
+        fresh.translate(-rect.topLeft());
+        if (shape == PictureShape::DialRing)
+            paintArc(fresh, layout, 0, wrappingSweep, colour);
+        else
+            paintArc(fresh, layout, start, start - sweep, colour);
+    });
 }
 
 void paintGroove(const ElementContext &context, const DialLayout &layout,
                  const QStyleOptionSlider &dial)
 {
-    const QColor ground = context.colour(ColourRole::SliderBase);
     if (dial.dialWrapping) {
-        paintArc(context, layout, 0, wrappingSweep, ground); // it has no end to fill from
+        paintGround(context, layout, PictureShape::DialRing); // it has no end to fill from
         return;
     }
-    paintArc(context, layout, start, start - sweep, ground);
+    paintGround(context, layout, PictureShape::DialArc);
     const qreal from = layout.degreesOf(dial, dial.minimum);
     const qreal to = layout.degreesOf(dial, dial.sliderPosition);
     if (!qFuzzyCompare(from, to))
-        paintArc(context, layout, from, to, context.colour(QPalette::Highlight));
+        paintArc(*context.painter, layout, from, to, context.colour(QPalette::Highlight));
 }
 
 void paintNotches(const ElementContext &context, const DialLayout &layout,

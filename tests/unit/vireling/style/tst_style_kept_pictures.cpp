@@ -3,6 +3,7 @@
 
 #include <QImage>
 #include <QPainter>
+#include <QWidget>
 #include <QtTest>
 
 #include <cmath>
@@ -41,10 +42,28 @@ int largestDifference(const QImage &one, const QImage &other)
 
 Q_DECLARE_METATYPE(RoundedPanel)
 
+/** Notes the ratio of the pictures it is painted with. */
+class RatioWidget : public QWidget
+{
+public:
+    int ratio = -1;
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        const QPainter painter(this);
+        ratio = exactPictureRatio(painter, QRectF(1, 2, 8, 8));
+    }
+};
+
 /** Kept pictures are a short cut: nobody may see whether it was taken. */
 class TestStyleKeptPictures : public QObject
 {
     Q_OBJECT
+
+public:
+    /** Before there is an application: the widgets' own pixels are a fourth of a logical one. */
+    static void initMain() { qputenv("QT_SCALE_FACTOR", "2"); }
 
 private slots:
     void panelsLookAsIfDrawnAsOnePath_data();
@@ -53,6 +72,9 @@ private slots:
     void whatDiffersIsDrawnAnew();
     void offThePixelGridThereIsNoPicture_data();
     void offThePixelGridThereIsNoPicture();
+    void thePixelsDrawnOnCountNotTheWidgets();
+    void betweenPixelsThereIsAPictureOfItsOwn();
+    void betweenPixelsItLooksAsIfDrawnThere();
     void thePainterKeepsItsState();
 };
 
@@ -148,6 +170,55 @@ void TestStyleKeptPictures::offThePixelGridThereIsNoPicture()
     QPainter painter(&canvas);
     painter.setTransform(transform);
     QTEST(exactPictureRatio(painter, rect), "ratio");
+}
+
+void TestStyleKeptPictures::thePixelsDrawnOnCountNotTheWidgets()
+{
+    RatioWidget widget;
+    widget.resize(16, 16);
+    QCOMPARE(widget.devicePixelRatio(), 2);
+    for (const int ratio : {1, 2}) {
+        QImage canvas(widget.size() * ratio, QImage::Format_ARGB32_Premultiplied);
+        canvas.setDevicePixelRatio(ratio);
+        widget.render(&canvas);
+        QCOMPARE(widget.ratio, ratio);
+    }
+}
+
+void TestStyleKeptPictures::betweenPixelsThereIsAPictureOfItsOwn()
+{
+    int drawings = 0;
+    const auto draw = [&drawings](QPainter &) { ++drawings; };
+    const PictureKey key{PictureShape::Cross, QColor(3, 2, 1), Qt::transparent, 1.5, 0};
+    QImage canvas(32, 32, QImage::Format_ARGB32_Premultiplied);
+    QPainter painter(&canvas);
+    drawKept(painter, QRectF(1.5, 2, 9, 9), key, draw);
+    drawKept(painter, QRectF(4.5, 8, 9, 9), key, draw); // the same half
+    QCOMPARE(drawings, 1);
+    for (const QRectF &rect :
+         {QRectF(1, 2.5, 9, 9), QRectF(1.25, 2, 9, 9), QRectF(1, 2, 9, 9), QRectF(1.5, 2, 9.5, 9)})
+        drawKept(painter, rect, key, draw);
+    QCOMPARE(drawings, 5);
+}
+
+void TestStyleKeptPictures::betweenPixelsItLooksAsIfDrawnThere()
+{
+    const QRectF rect(3.5, 5.5, 12, 11);
+    const QPen pen(QColor(250, 240, 10), 1.5, Qt::SolidLine, Qt::RoundCap);
+    const auto stroke = [&](QPainter &painter) {
+        painter.setPen(pen);
+        painter.drawLine(QPointF(2, 3), QPointF(10, 8));
+    };
+    QImage kept(32, 32, QImage::Format_ARGB32_Premultiplied);
+    kept.fill(Qt::darkGreen);
+    QImage direct = kept;
+    QPainter keptPainter(&kept);
+    drawKept(keptPainter, rect, {PictureShape::Cross, pen.color(), Qt::blue, 1.5, 0}, stroke);
+    QPainter directPainter(&direct);
+    directPainter.setRenderHint(QPainter::Antialiasing);
+    directPainter.translate(rect.topLeft());
+    stroke(directPainter);
+    QVERIFY(largestDifference(kept, direct) <= 1);
 }
 
 void TestStyleKeptPictures::thePainterKeepsItsState()

@@ -49,6 +49,7 @@ private slots:
     void partsAreMirrored();
     void aNarrowCardKeepsItsPartsInside();
     void linesAreBrokenAtWords();
+    void linesFollowTextAndWidth();
     void atMostTwoLinesAreShown();
     void whitespaceOfADescriptionIsFolded();
     void anEmptyDescriptionHasNoLines();
@@ -207,6 +208,16 @@ void TestCardButton::linesAreBrokenAtWords()
     const int width = QFontMetrics(font).horizontalAdvance("first second") + 2;
     QCOMPARE(cardDescriptionLines("first second third", width),
              (QStringList{"first second", "third"}));
+}
+
+void TestCardButton::linesFollowTextAndWidth()
+{
+    const int narrow = QFontMetrics(cardDescriptionFont()).horizontalAdvance("second") + 2;
+    for (int time = 0; time < 2; ++time) { // worked out, and remembered
+        QCOMPARE(cardDescriptionLines("first second", 500), QStringList{"first second"});
+        QCOMPARE(cardDescriptionLines("first second", narrow), (QStringList{"first", "second"}));
+        QCOMPARE(cardDescriptionLines("third", 500), QStringList{"third"});
+    }
 }
 
 void TestCardButton::atMostTwoLinesAreShown()

@@ -9,9 +9,29 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <fontconfig/fontconfig.h>
+
 namespace {
 
 constexpr char variable[] = "FONTCONFIG_FILE";
+
+/** Every file that the configuration in use was made of or knows of. */
+QStringList filesLookedAt()
+{
+    QStringList files;
+    FcConfigFileInfoIter iterator;
+    FcConfigFileInfoIterInit(nullptr, &iterator);
+    do {
+        FcChar8 *name = nullptr;
+        FcChar8 *description = nullptr;
+        FcBool enabled = FcFalse;
+        if (FcConfigFileInfoIterGet(nullptr, &iterator, &name, &description, &enabled))
+            files.append(QFile::decodeName(reinterpret_cast<const char *>(name)));
+        FcStrFree(name);
+        FcStrFree(description);
+    } while (FcConfigFileInfoIterNext(nullptr, &iterator));
+    return files;
+}
 
 } // namespace
 
@@ -28,6 +48,7 @@ private slots:
     void theFileBesideTheProgramIsRead();
     void whoeverSetAnotherIsRespected();
     void withoutTheFileTheSystemDecides();
+    void aDamagedFileChangesNothing();
     void aProgramThatCannotBeFoundChangesNothing();
     void whatIsShippedDrawsEveryText_data();
     void whatIsShippedDrawsEveryText();
@@ -37,9 +58,11 @@ private:
     {
         return QFile::encodeName(place->filePath("exe")).toStdString();
     }
+    QString installedFile() const { return place->filePath("share/r4_crash_reporter/fonts.conf"); }
     void installFile() const;
 
     std::unique_ptr<QTemporaryDir> place;
+    const FcConfig *before = nullptr;
 };
 
 void FontConfigurationTest::init()
@@ -48,21 +71,21 @@ void FontConfigurationTest::init()
     QVERIFY(QDir(place->path()).mkpath("bin"));
     QVERIFY(QFile::link(place->filePath("bin/program"), place->filePath("exe")));
     qunsetenv(variable);
+    before = FcConfigGetCurrent();
 }
 
 void FontConfigurationTest::installFile() const
 {
     QVERIFY(QDir(place->path()).mkpath("share/r4_crash_reporter"));
-    QFile file(place->filePath("share/r4_crash_reporter/fonts.conf"));
-    QVERIFY(file.open(QIODevice::WriteOnly));
+    QVERIFY(QFile::copy(R4_FONTS_CONF, installedFile()));
 }
 
 void FontConfigurationTest::theFileBesideTheProgramIsRead()
 {
     installFile();
     useOwnFontConfiguration(linkToProgram());
-    QCOMPARE(QFile::decodeName(qgetenv(variable)),
-             place->filePath("share/r4_crash_reporter/fonts.conf"));
+    QVERIFY(FcConfigGetCurrent() != before);
+    QCOMPARE(filesLookedAt(), QStringList(installedFile()));
 }
 
 void FontConfigurationTest::whoeverSetAnotherIsRespected()
@@ -70,20 +93,29 @@ void FontConfigurationTest::whoeverSetAnotherIsRespected()
     installFile();
     qputenv(variable, "/elsewhere/fonts.conf");
     useOwnFontConfiguration(linkToProgram());
-    QCOMPARE(qgetenv(variable), QByteArray("/elsewhere/fonts.conf"));
+    QCOMPARE(FcConfigGetCurrent(), before);
 }
 
 void FontConfigurationTest::withoutTheFileTheSystemDecides()
 {
     useOwnFontConfiguration(linkToProgram());
-    QVERIFY(!qEnvironmentVariableIsSet(variable));
+    QCOMPARE(FcConfigGetCurrent(), before);
+}
+
+void FontConfigurationTest::aDamagedFileChangesNothing()
+{
+    installFile();
+    QFile file(installedFile());
+    QVERIFY(file.resize(file.size() / 2));
+    useOwnFontConfiguration(linkToProgram());
+    QCOMPARE(FcConfigGetCurrent(), before);
 }
 
 void FontConfigurationTest::aProgramThatCannotBeFoundChangesNothing()
 {
     installFile();
     useOwnFontConfiguration(QFile::encodeName(place->filePath("missing")).toStdString());
-    QVERIFY(!qEnvironmentVariableIsSet(variable));
+    QCOMPARE(FcConfigGetCurrent(), before);
 }
 
 void FontConfigurationTest::whatIsShippedDrawsEveryText_data()
