@@ -54,14 +54,13 @@ def play_story(stage: Stage) -> None:
 def play_demo(finder: TextFinder) -> int:
     shutil.rmtree(paths.DEMO, ignore_errors=True)
     paths.DEMO.mkdir(parents=True)
-    stage = Stage(paths.RUNS / "demo", finder)
-    stage.dump = image.dump()
+    stage = Stage(paths.RUNS / "demo", finder, image.dump())
     try:
         play_story(stage)
     finally:
         stage.close()
     found = stage.keys["A"].take("act 2.cdp", paths.DEMO / "act 2.cdp")
-    package.check(found, stage.dump)
+    package.check(found, stage.crash)
     print("What tar finds in the package on the key:", flush=True)
     subprocess.run(["tar", "-tvzf", found], check=True)
     return 0

@@ -1,5 +1,6 @@
 """One emulated appliance: QEMU's process, its devices, and what a person does to it."""
 
+import re
 import shlex
 import signal
 import socket
@@ -12,11 +13,14 @@ from qmp import Qmp
 from screen import Picture
 
 WIDTH, HEIGHT = 1024, 768
+# Where the pointer hides nothing that is looked for.
+PARKED = (WIDTH - 1, 0)
 MEMORY_MEGABYTES = 512
 INTERNAL_DISK_BYTES = 64 << 20
 KERNEL_WORDS = ["console=ttyS0", "quiet", "mitigations=off", "nokaslr", "random.trust_cpu=on"]
-# In virtual nanoseconds an instruction: idle time passes at once, see docs/appliance.md.
-QUICK_CLOCK = ["-icount", "shift=3,sleep=off"]
+# The machine's time by its instructions, 2^shift nanoseconds each.
+CLOCKS = {"a clock that skips what is idle": "shift=3,sleep=off",
+          "the clock of a slow processor": "shift=6,sleep=on"}
 
 
 def devices() -> list[str]:
@@ -45,21 +49,20 @@ class Machine:
     """`folder` takes its sockets, its serial log and the picture of its screen."""
 
     def __init__(self, folder: Path, internal_disk: Path, restore: Path | None = None,
-                 quick_clock: bool = False, keys: list[list[str]] = ()):
+                 clock: str = "", keys: list[list[str]] = ()):
         self.folder = folder
         self.console = folder / "console.log"
         for name in ("qmp", "shell"):
             (folder / name).unlink(missing_ok=True)
         self.answer = 0
-        self.dumps = 0
         command = ["qemu-system-x86_64", *devices(), "-no-reboot",
                    *image_arguments(internal_disk),
                    "-serial", f"file:{self.console}",
                    "-chardev", f"socket,id=shell,path={folder}/shell,server=on,wait=off",
                    "-serial", "chardev:shell",
                    "-qmp", f"unix:{folder}/qmp,server=on,wait=off"]
-        if quick_clock:
-            command += QUICK_CLOCK
+        if clock:
+            command += ["-icount", CLOCKS[clock]]
         if restore:
             command += ["-incoming", f"exec:cat {shlex.quote(str(restore))}"]
         for key in keys:
@@ -93,6 +96,14 @@ class Machine:
                 raise TimeoutError(f"no {text!r} on the console")
             time.sleep(0.05)
 
+    def machine_time(self, text: str) -> float:
+        """When the kernel said so: seconds since its start, by its own clock."""
+        said = self.console.read_text(errors="replace")
+        found = re.search(rf"^\[ *(\d+\.\d+)\] {re.escape(text)}", said, re.MULTILINE)
+        if not found:
+            raise ValueError(f"the kernel did not say {text!r}")
+        return float(found.group(1))
+
     def guest(self, command: str, seconds: float = 30) -> str:
         """Runs a shell command inside; its output. Not for judging: for setting a scene."""
         self.answer += 1
@@ -115,7 +126,6 @@ class Machine:
     # What an operator sees and does
 
     def screen(self) -> Picture:
-        self.dumps += 1
         file = self.folder / "screen.ppm"
         self.qmp.command("screendump", filename=str(file))
         return Picture.read(file)
@@ -135,7 +145,7 @@ class Machine:
             time.sleep(0.05)
             self._input({"type": "btn", "data": {"button": "left", "down": down}})
         time.sleep(0.05)
-        self.move_to(WIDTH - 1, 0)  # or it hides what is looked for next
+        self.move_to(*PARKED)
 
     def _input(self, *events: dict) -> None:
         self.qmp.command("input-send-event", events=list(events))

@@ -11,6 +11,7 @@ from pathlib import Path
 import demo
 import image
 import machine
+import measure
 import paths
 import scenario
 import states
@@ -75,7 +76,7 @@ def console() -> int:
 def main() -> int:
     parser = argparse.ArgumentParser(prog="scripts/appliance")
     parser.add_argument("--bin", type=Path, default=paths.PROJECT / "build/release/bin")
-    parser.add_argument("command", choices=["test", "quick", "demo", "shell", "list"])
+    parser.add_argument("command", choices=["test", "quick", "list", "measure", "demo", "shell"])
     parser.add_argument("names", nargs="*")
     options = parser.parse_args()
     if options.command == "list":
@@ -89,6 +90,8 @@ def main() -> int:
         return test(options.names, finder)
     if options.command == "quick":
         return test(QUICK, finder)
+    if options.command == "measure":
+        return measure.measure(finder, int((options.names or [measure.RUNS])[0]))
     if options.command == "demo":
         return demo.play_demo(finder)
     return console()

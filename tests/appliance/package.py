@@ -3,12 +3,26 @@
 import hashlib
 import tarfile
 import zlib
+from dataclasses import dataclass, field
 from pathlib import Path
 from xml.etree import ElementTree
 
-from medium import attempt, fail
+from medium import CheckFailed, attempt, fail
 
 TAR_END = b"\0" * 1024
+# What guest/play_crash says of the appliance and of the crash.
+FACTS = {"Date": "21/11/2026", "Time": "14:30:05", "Serial": "SN-0042", "Device": "R4-220",
+         "Version": "2.5.1.BETA3"}
+
+
+@dataclass
+class Crash:
+    """What a package must tell of; the dump is of so many repeats."""
+    dump: bytes
+    dump_name: str = "r4_main.core"
+    dump_repeats: int = 1
+    has_log: bool = True
+    facts: dict[str, str] = field(default_factory=FACTS.copy)
 
 
 def unpack_strictly(package: Path) -> bytes:
@@ -37,22 +51,30 @@ def members(package: Path) -> dict[str, bytes]:
         return {member.name: archive.extractfile(member).read() for member in archive}
 
 
-def check(package: Path, dump: bytes, repeats: int = 1) -> None:
-    """Whole, and of the crash that guest/play_crash plays."""
+def check(package: Path, crash: Crash) -> None:
+    """Whole, and of that crash."""
     found = members(package)
-    if list(found) != ["r4_main.core", "report.xml", "r4_main.log"]:
+    if list(found) != [crash.dump_name, "report.xml"] + ["r4_main.log"] * crash.has_log:
         fail(f"{package.name} holds {list(found)}")
-    expected = hashlib.sha256(dump * repeats).hexdigest()
-    if hashlib.sha256(found["r4_main.core"]).hexdigest() != expected:
+    expected = hashlib.sha256(crash.dump * crash.dump_repeats).hexdigest()
+    if hashlib.sha256(found[crash.dump_name]).hexdigest() != expected:
         fail(f"the dump in {package.name} is not the one of the crash")
-    if b"audio engine started" not in found["r4_main.log"]:
+    if crash.has_log and b"audio engine started" not in found["r4_main.log"]:
         fail(f"the log in {package.name} is not the main application's")
     report = ElementTree.fromstring(found["report.xml"])
-    for field, value in {"Date": "21/11/2026", "Time": "14:30:05", "Serial": "SN-0042",
-                         "Device": "R4-220", "Version": "2.5.1.BETA3"}.items():
-        element = report.find(f".//{field}")
-        if element is None or element.text != value:
-            fail(f"{field} in {package.name}'s report is not {value!r}")
+    for name, value in crash.facts.items():
+        element = report.find(f".//{name}")
+        text = "" if element is None else element.text or ""
+        if element is None or text != value:
+            fail(f"{name} in {package.name}'s report is {text!r}, not {value!r}")
+
+
+def is_whole(package: Path) -> bool:
+    try:
+        members(package)
+    except CheckFailed:
+        return False
+    return True
 
 
 def comments(package: Path) -> str:

@@ -51,8 +51,7 @@ def read_all() -> list[Scenario]:
 def run(scenario: Scenario, finder: TextFinder, dump: bytes) -> Result:
     """What is left of a failed one stays in its folder, with a picture of the last screen."""
     began = time.monotonic()
-    stage = Stage(paths.RUNS / scenario.name, finder)
-    stage.dump = dump
+    stage = Stage(paths.RUNS / scenario.name, finder, dump)
     failure, step = "", (0, "")
     try:
         for step in scenario.steps:
@@ -72,8 +71,6 @@ def keep_evidence(stage: Stage, failure: str) -> None:
     (stage.folder / "failure.txt").write_text(failure + "\n" + traceback.format_exc())
     try:
         stage.machine.screen()
-        (stage.folder / "reporter.log").write_text(
-            stage.machine.guest("cat /run/reporter.log", 10))
     except Exception:
         pass  # the machine is gone: its console log tells the rest
 

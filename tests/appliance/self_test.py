@@ -13,6 +13,7 @@ from pathlib import Path
 import package
 import scenario
 import words
+from machine import Machine
 from medium import CheckFailed, Key
 from screen import Picture
 from text import Shape
@@ -42,7 +43,7 @@ class PackageJudge(unittest.TestCase):
     def judge(self, data: bytes) -> None:
         file = Path(self.folder.name) / "a.cdp"
         file.write_bytes(data)
-        package.check(file, DUMP)
+        package.check(file, package.Crash(DUMP))
 
     def refuses(self, data: bytes) -> None:
         with self.assertRaises(CheckFailed):
@@ -71,6 +72,20 @@ class PackageJudge(unittest.TestCase):
     def test_a_missing_entry_is_noticed(self):
         del self.entries["r4_main.log"]
         self.refuses(gzip.compress(tar_of(self.entries)))
+
+    def test_a_log_that_nobody_named_is_noticed(self):
+        file = Path(self.folder.name) / "a.cdp"
+        file.write_bytes(gzip.compress(tar_of(self.entries)))
+        with self.assertRaises(CheckFailed):
+            package.check(file, package.Crash(DUMP, has_log=False))
+
+    def test_only_a_whole_package_is_whole(self):
+        file = Path(self.folder.name) / "a.cdp"
+        whole = gzip.compress(tar_of(self.entries))
+        file.write_bytes(whole)
+        self.assertTrue(package.is_whole(file))
+        file.write_bytes(whole[:-1])
+        self.assertFalse(package.is_whole(file))
 
     def test_another_serial_number_is_noticed(self):
         self.entries["report.xml"] = REPORT.replace(b"SN-0042", b"SN-0043")
@@ -126,6 +141,24 @@ class TextJudge(unittest.TestCase):
     def test_one_other_pixel_is_another_text(self):
         pixels = self.pixels(bytes([0, 1, 1, 0]), bytes([1, 1, 1, 1]))
         self.assertIsNone(self.SHAPE.find(pixels, 16))
+
+
+class MachineTime(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.machine = Machine.__new__(Machine)  # only its log is read
+        self.machine.console = Path(folder.name) / "console.log"
+        self.machine.console.write_text("init: ready\n[   12.250000] r4: it starts\r\n"
+                                        "[  300.5] reboot: Restarting system\r\n")
+
+    def test_is_the_kernels(self):
+        self.assertEqual(self.machine.machine_time("r4: it starts"), 12.25)
+        self.assertEqual(self.machine.machine_time("reboot: Restarting system"), 300.5)
+
+    def test_what_was_not_said_has_none(self):
+        with self.assertRaises(ValueError):
+            self.machine.machine_time("r4: it ends")
 
 
 class Scenarios(unittest.TestCase):

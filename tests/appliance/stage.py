@@ -5,24 +5,26 @@ import time
 from pathlib import Path
 
 import paths
-from machine import Machine
+from machine import PARKED, Machine
 from medium import InternalDisk, Key, fail
+from package import Crash
 from text import TextFinder
 
 PATIENCE = 60
 LOOK_EVERY = 0.1
+ASLEEP = "until grep -q 'State:.S' /proc/$(pidof crash_reporter)/status; do usleep 20000; done"
 
 
 class Stage:
-    def __init__(self, folder: Path, finder: TextFinder):
+    def __init__(self, folder: Path, finder: TextFinder, dump: bytes = b""):
         shutil.rmtree(folder, ignore_errors=True)
         folder.mkdir(parents=True)
         self.folder, self.finder = folder, finder
         self.keys: dict[str, Key] = {}
         self.machine: Machine | None = None
         self.internal = InternalDisk(folder / "internal.qcow2")
-        self.dump_repeats = 1
-        self.plugged: set[str] = set()
+        self.crash = Crash(dump)
+        self.pointer_was_moved = False
 
     # The start
 
@@ -41,15 +43,12 @@ class Stage:
                 raise TimeoutError("the machine was not restored")
             time.sleep(0.05)
         command("cont")  # it was stopped for taking the state
-        # The first click of a restored machine is lost unless something else woke it first.
-        self.machine.guest("true")
 
-    def boot(self, quick_clock: bool = False, keys: list[str] = ()) -> None:
+    def boot(self, clock: str = "", keys: list[str] = ()) -> None:
         self.internal.lay_over(paths.STATE / "empty.qcow2")
         plugged = [argument for name in keys for argument in self._key_arguments(self.keys[name])]
-        self.machine = Machine(self.folder, self.internal.overlay, quick_clock=quick_clock,
+        self.machine = Machine(self.folder, self.internal.overlay, clock=clock,
                                keys=[plugged])
-        self.plugged.update(keys)
         self.machine.wait_for_console("init: ready", 180)
 
     # Keys
@@ -86,7 +85,6 @@ class Stage:
         command("blockdev-add", **node)
         command("device_add", driver="usb-storage", id=f"stick{name}", bus="xhci.0",
                 port=str(self._port(name)), drive=f"key{name}", removable=True)
-        self.plugged.add(name)
 
     def pull(self, name: str) -> None:
         since = len(self.machine.qmp.events)
@@ -95,7 +93,6 @@ class Stage:
         self.machine.qmp.command("blockdev-del", node_name=f"key{name}")
         if self.keys[name].bytes_per_second:
             self.machine.qmp.command("object-del", id=f"pace{name}")
-        self.plugged.discard(name)
 
     def bytes_written(self, name: str) -> int:
         for device in self.machine.qmp.command("query-blockstats"):
@@ -126,7 +123,21 @@ class Stage:
         return self.finder.find(self.machine.screen(), text) is not None
 
     def click(self, text: str) -> None:
-        self.machine.click(*self.wait_for(text))
+        place = self.wait_for(text)
+        if not self.pointer_was_moved:
+            self.move_pointer()
+        self.machine.click(*place)
+
+    def move_pointer(self) -> None:
+        """
+        Before the first click, and waits until the program has taken that in. Qt's driver
+        puts whatever it reads first of a pointer into the corner: on a busy machine that
+        would be the press.
+        """
+        for place in ((1, 1), PARKED):
+            self.machine.move_to(*place)
+            self.machine.guest(f"usleep 100000; {ASLEEP}; usleep 50000; {ASLEEP}")
+        self.pointer_was_moved = True
 
     # The end
 

@@ -75,6 +75,7 @@ def pace(stage, name, kibibytes):
 @words(r"start at the crash screen")
 def start_at_crash_screen(stage):
     stage.restore(CRASH_SCREEN)
+    stage.pointer_was_moved = True
 
 
 @words(r"the dump is (\d+) times as large")
@@ -82,7 +83,7 @@ def enlarge_dump(stage, times):
     """Copied in the main memory, before the crash."""
     stage.machine.guest(f"for n in $(seq {times}); do cat /srv/r4_main.core; done "
                         ">/tmp/r4_main.core", 120)
-    stage.dump_repeats = int(times)
+    stage.crash.dump_repeats = int(times)
 
 
 @words(r"start before the crash")
@@ -90,14 +91,31 @@ def start_before_crash(stage):
     stage.restore(READY)
 
 
-@words(r"switch on(, with a clock that skips what is idle)?(?:, with key (\w) plugged)?")
-def switch_on(stage, quick, key):
-    stage.boot(quick_clock=bool(quick), keys=[key] if key else [])
+@words(r"switch on(?:, with (a clock .*?|the clock .*?))?(?:, with key (\w) plugged)?")
+def switch_on(stage, clock, key):
+    stage.boot(clock or "", keys=[key] if key else [])
 
 
 @words(r"inside: (.*)")
 def inside(stage, command):
     stage.machine.guest(command, 120)
+
+
+@words(r'the main application said (\w+) "(.*)"')
+def main_application_said(stage, fact, value):
+    """What the package must tell, where it is not what guest/play_crash always says."""
+    stage.crash.facts[fact] = value
+
+
+@words(r"the main application named no log")
+def named_no_log(stage):
+    stage.crash.has_log = False
+
+
+@words(r"the dump is (/\w+)")
+def other_dump(stage, path):
+    stage.machine.guest(f"ln /srv/r4_main.core {path}")
+    stage.crash.dump_name = path.removeprefix("/")
 
 
 @words(r"crash(?: with (.*))?")
@@ -146,6 +164,7 @@ def save_as(stage, name):
     press(stage, "Return")
 
 
+TIME_OF_CRASH = "14:30:05 on Saturday 21 November 2026"
 SAVED = "Crash report successfully saved."
 NOT_SAVED = "There was a problem saving the crash report."
 
@@ -159,7 +178,7 @@ def expect_truth(stage, name, key):
             fail("neither success nor failure came up")
         time.sleep(0.1)
     if told == [SAVED]:
-        package.check(taken(stage, name, f"key {key}"), stage.dump, stage.dump_repeats)
+        package.check(taken(stage, name, f"key {key}"), stage.crash)
 
 
 @words(r'type "(.*)"')
@@ -204,6 +223,31 @@ def is_not_shown(stage, text):
         fail(f"{text!r} is on the screen")
 
 
+@words(r"expect the crash screen for every prefix of (\S+), with the time from (\d+) bytes on")
+def expect_every_prefix(stage, file, time_from):
+    """Each in a run of its own, which takes the file away and is then killed."""
+    for length in range(int(stage.machine.guest(f"stat -c %s {file}")) + 1):
+        stage.machine.guest("dd if=/dev/zero of=/dev/fb0 bs=64k 2>/dev/null; "
+                            f"head -c {length} {file} >/tmp/prefix; "
+                            "play_crash --raw-file /tmp/prefix --crash-file /tmp/crash_file")
+        stage.wait_for("Shutdown")
+        if stage.is_shown(TIME_OF_CRASH) != (length >= int(time_from)):
+            fail(f"the time on the screen is wrong for a prefix of {length} bytes")
+        stage.machine.guest("[ ! -e /tmp/crash_file ] && kill -KILL $(pidof crash_reporter); "
+                            "while pidof crash_scenario >/dev/null; do usleep 20000; done")
+
+
+@words(r'expect "(.*)" in the log')
+def expect_in_log(stage, text):
+    stage.machine.wait_for_console(text, PATIENCE)
+
+
+@words(r'"(.*)" is not in the log')
+def is_not_in_log(stage, text):
+    if text in stage.machine.console.read_text(errors="replace"):
+        fail(f"{text!r} is in the log")
+
+
 # The end
 
 @words(r"expect reboot(?:, at most (\d+) s)?")
@@ -228,11 +272,21 @@ def expect_no_watchdog(stage, seconds):
     uptime = lambda: float(stage.machine.guest("cat /proc/uptime").split()[0])
     end = uptime() + int(seconds)
     while uptime() < end:
-        stage.machine.qmp.poll()
-        if stage.machine.qmp.has_event("WATCHDOG"):
-            break
+        expect_not_bitten(stage)
+
+
+@words(r"expect no watchdog")
+def expect_not_bitten(stage):
+    stage.machine.qmp.poll()
     if stage.machine.qmp.has_event("WATCHDOG"):
         fail("the watchdog has bitten")
+
+
+@words(r'expect more than (\d+) s of the machine\'s time between "(.*)" and "(.*)"')
+def expect_machine_time(stage, seconds, first, last):
+    passed = stage.machine.machine_time(last) - stage.machine.machine_time(first)
+    if passed <= int(seconds):
+        fail(f"it took {passed:.1f} s of the machine's time")
 
 
 @words(r"cut the power(?: (\d+) ms later)?")
@@ -258,7 +312,7 @@ WHERE = r"(key \w|the internal disk)"
 def expect_package(stage, name, where):
     if where == "the internal disk":
         stage.switch_off()
-    package.check(taken(stage, name, where), stage.dump, stage.dump_repeats)
+    package.check(taken(stage, name, where), stage.crash)
 
 
 @words(rf'expect "(.*)" in the comments of "(.*)" on {WHERE}')
@@ -278,6 +332,14 @@ def expect_only(stage, names, where):
     expected = sorted(re.findall(r'"(.*?)"', names)) if names != "no file" else []
     if found != expected:
         fail(f"on {where} there are {found}")
+
+
+@words(r"expect no whole package on the internal disk")
+def expect_no_whole_package(stage):
+    stage.switch_off()
+    for name in stage.internal.files():
+        if package.is_whole(taken(stage, name, "the internal disk")):
+            fail(f"{name!r} on the internal disk is whole")
 
 
 @words(r"expect key (\w) clean")
