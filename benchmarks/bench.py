@@ -7,6 +7,7 @@ only a run that went wrong makes this fail.
 import argparse
 import functools
 import hashlib
+import io
 import os
 import pathlib
 import platform
@@ -14,6 +15,7 @@ import re
 import statistics
 import tarfile
 import time
+import zlib
 
 import core_image
 import runs
@@ -130,6 +132,50 @@ def packaging(table, files, rounds):
                 summary(swapped_ratios(values(ours, field), values(theirs, field))),
             )
         table.row("bytes of the packages", f"{ours[0].output:9d}  {theirs[0].output}")
+
+
+def deflate_alone(files):
+    """CPU seconds zlib takes for the package's bytes out of memory, and what comes out."""
+    tar = io.BytesIO()
+    with tarfile.open(fileobj=tar, mode="w", format=tarfile.GNU_FORMAT) as archive:
+        for file in (files.dump, files.report, files.log):
+            archive.add(file, file.name)
+    began = time.process_time()
+    packer = zlib.compressobj(level=6, wbits=31)
+    packed = b"".join([*map(packer.compress, pieces(tar.getbuffer())), packer.flush()])
+    return time.process_time() - began, packed
+
+
+def pieces(data, size=8192):
+    return (data[start:start + size] for start in range(0, len(data), size))
+
+
+def write_alone(data):
+    """Seconds that the medium takes for so many bytes."""
+    path = runs.PLACE / "written"
+    os.sync()
+    began = time.monotonic()
+    with open(path, "wb") as file:
+        file.write(data)
+        os.fsync(file.fileno())
+    seconds = time.monotonic() - began
+    path.unlink()
+    return seconds
+
+
+def limits(table, files, rounds):
+    """What no way of packaging on one core can go below, by turns with the program."""
+    ours, deflating, writing = [], [], []
+    for _ in range(rounds):
+        ours.append(runs.reporter(files.dump, files.log).finish())
+        seconds, packed = deflate_alone(files)
+        deflating.append(seconds)
+        writing.append(write_alone(packed))
+    table.head(f"Limits: the same package, {rounds} rounds")
+    table.figures("zlib alone at the same level, CPU seconds", deflating)
+    table.figures("writing and syncing as many bytes, seconds", writing)
+    table.ratio("reporter / zlib alone, CPU seconds", values(ours, "cpu"), deflating)
+    table.ratio("reporter / zlib alone, wall seconds", values(ours, "wall"), deflating)
 
 
 def memory(table, images, log, missing, rounds):
@@ -267,7 +313,9 @@ def main():
     table = Table()
     table.add(f"{os.cpu_count()} cores, load {os.getloadavg()[0]:.1f} at the start, Linux {platform.release()}")
     table.add("median (least to most); a ratio is the median of the rounds' ratios")
-    packaging(table, first_package(images["256 MiB"], log), rounds)
+    large = first_package(images["256 MiB"], log)
+    packaging(table, large, rounds)
+    limits(table, large, rounds)
     memory(table, {name: images[name] for name in ("1 MiB", "1024 MiB")}, log, missing, 2)
     start_up(table, first_package(images["1 MiB"], log), missing, 4 * rounds)
     crash_screen(table, 2 * rounds)

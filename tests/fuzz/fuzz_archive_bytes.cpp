@@ -1,8 +1,9 @@
 // Archives of every format that nobody wrote: reading them ends, takes little memory,
 // and extracting them leaves nothing but plain files and folders, all in their folder.
 //
-// An input is 1 byte, whose low two bits are the format and whose third bit says to read
-// through a function instead of a device, and the archive.
+// An input is 1 byte and the archive. The byte's low two bits are the format, the third
+// says to read through a function instead of a device, and the fourth to mend the sums of
+// a tar's headers first: few changes to a header would come past them otherwise.
 
 #include "fuzz/input_bytes.h"
 #include "fuzz/memory_meter.h"
@@ -17,6 +18,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <numeric>
 
 using namespace Tessel;
 
@@ -26,6 +28,7 @@ using Format = FileArchive::Format;
 
 constexpr quint8 formatBits = 0x03;
 constexpr quint8 functionBit = 0x04;
+constexpr quint8 mendBit = 0x08;
 
 struct Input
 {
@@ -34,6 +37,32 @@ struct Input
     QByteArray bytes;
 };
 
+constexpr int headerSize = 512;
+
+/** Six octal digits, a zero and a blank; the sum counts all eight as blanks. */
+void mendSum(QByteArray &tar, int start)
+{
+    constexpr int place = 148;
+    constexpr int size = 8;
+    constexpr int digits = 6;
+    tar.replace(start + place, size, QByteArray(size, ' '));
+    const auto header = tar.cbegin() + start;
+    const uint sum = std::accumulate(header, header + headerSize, 0U, [](uint before, char next) {
+        return before + static_cast<uchar>(next);
+    });
+    const QByteArray text = QByteArray::number(sum, 8).rightJustified(digits, '0') + '\0';
+    tar.replace(start + place, text.size(), text);
+}
+
+void mendSums(QByteArray &tar)
+{
+    constexpr int magicPlace = 257;
+    for (int start = 0; start + headerSize <= tar.size(); start += headerSize) {
+        if (tar.mid(start + magicPlace, 5) == "ustar")
+            mendSum(tar, start);
+    }
+}
+
 Input inputFrom(InputBytes bytes)
 {
     Input input;
@@ -41,6 +70,8 @@ Input inputFrom(InputBytes bytes)
     input.format = static_cast<Format>(head & formatBits);
     input.throughFunction = (head & functionBit) != 0;
     input.bytes = bytes.takeRest();
+    if ((head & mendBit) != 0)
+        mendSums(input.bytes);
     return input;
 }
 

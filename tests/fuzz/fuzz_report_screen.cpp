@@ -1,8 +1,11 @@
-// What the crash report screen makes of the block of shared memory: it shows what stands
-// there, takes none of it for markup, and stays small enough for the smallest display
-// with all its buttons.
+// What the crash report screen makes of the block of shared memory and of the time of the
+// crash: it shows what stands there, takes none of it for markup, stays small enough for
+// the smallest display with all its buttons, and paints at least where a serial number
+// begins.
 //
-// An input is the block as its writer made it, as for fuzz_shared_block.
+// An input is the block as its writer made it, as for fuzz_shared_block; behind its 336
+// bytes the time, as a crash data file holds it: 8 bytes Julian day and 4 bytes
+// milliseconds, both big-endian.
 
 #include "crash_reporter/crash_report_widget.h"
 #include "crash_reporter/device_type.h"
@@ -14,10 +17,14 @@
 #include "vireling/style/appearance.h"
 
 #include <QApplication>
+#include <QDateTime>
+#include <QImage>
 #include <QLabel>
 #include <QLayout>
+#include <QtEndian>
 
 #include <algorithm>
+#include <cstdlib>
 #include <cstring>
 
 using namespace Tessel;
@@ -53,15 +60,44 @@ private:
     QApplication application{count, arguments};
 };
 
+enum Row
+{
+    Time,
+    Serial,
+    Type,
+    DeviceVersion,
+};
+
+/** None where the input ends before it does. */
+QDateTime timeFrom(InputBytes &bytes)
+{
+    constexpr int daySize = 8;
+    const QByteArray field = bytes.take(daySize + 4);
+    if (field.size() < daySize + 4)
+        return {};
+    const QDate date = QDate::fromJulianDay(qFromBigEndian<qint64>(field.constData()));
+    const auto milliseconds = qFromBigEndian<qint32>(field.constData() + daySize);
+    return {date, QTime::fromMSecsSinceStartOfDay(milliseconds)};
+}
+
+void checkTime(const QString &shown, const QDateTime &time)
+{
+    constexpr int digits = 4;
+    require(shown.isEmpty() != time.isValid(), "a time is shown if there is one");
+    const QString year = QString::number(std::abs(time.date().year()));
+    require(shown.isEmpty() || shown.endsWith(year.rightJustified(digits, '0')),
+            "the year comes last");
+}
+
+/** Without the character that Qt takes for the mark between variants of a text. */
+QString shownSerialNumber(const SharedClientInfo &info)
+{
+    return serialNumber(info).replace(QChar(0x9C), QChar::ReplacementCharacter);
+}
+
 void checkValues(const ScreenParts &parts, const SharedClientInfo &info)
 {
-    enum Row
-    {
-        Serial = 1,
-        Type,
-        DeviceVersion,
-    };
-    require(parts.values.at(Serial)->text() == serialNumber(info), "the serial number");
+    require(parts.values.at(Serial)->text() == shownSerialNumber(info), "the serial number");
     require(parts.values.at(Type)->text() == deviceTypeName(info.deviceType), "the type");
     require(parts.values.at(DeviceVersion)->text() == toQString(info.version, false),
             "the version");
@@ -79,18 +115,35 @@ void checkSize(CrashReportWidget &screen)
             "the screen fits the smallest display");
 }
 
+/** Of a text that begins with a letter or a sign: what follows may be line ends and blanks. */
+void checkPainting(QLabel &label)
+{
+    const QString text = label.text();
+    if (text.isEmpty() || text[0] <= ' ' || text[0] > '~')
+        return;
+    QImage picture(label.size(), QImage::Format_ARGB32_Premultiplied);
+    picture.fill(Qt::transparent);
+    const QImage blank = picture;
+    label.render(&picture, QPoint(), QRegion(), QWidget::DrawChildren);
+    require(picture != blank, "the beginning of the text can be seen");
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, std::size_t size)
 {
     static Display &display = *new Display; // Qt's own statics may end before ours
-    const QByteArray block = InputBytes(data, size).take(sharedClientInfoSize);
+    InputBytes bytes(data, size);
+    const QByteArray block = bytes.take(sharedClientInfoSize);
+    const QDateTime time = timeFrom(bytes);
     SharedClientInfo info = {};
     std::memcpy(&info, block.constData(), static_cast<std::size_t>(block.size()));
 
+    display.screen->setDateTime(time);
     display.screen->setClientInfo(&info);
     display.screen->setCountdown(std::max(info.autoActionSeconds, 0));
     const ScreenParts parts(*display.screen);
+    checkTime(parts.values.at(Time)->text(), time);
     checkValues(parts, info);
     require(parts.countdown->isHidden() == (info.autoActionSeconds <= 0),
             "a countdown is shown when there is one");
@@ -98,5 +151,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, std::size_t size)
                 parts.number->text() == QString::number(info.autoActionSeconds),
             "the countdown begins with the block's seconds");
     checkSize(*display.screen);
+    display.screen->resize(smallestDisplay);
+    checkPainting(*parts.values.at(Serial));
     return 0;
 }

@@ -49,6 +49,15 @@ public:
 };
 
 /**
+ * Qt takes U+009C for the mark between variants of a text, of which it draws the first that
+ * fits: a damaged serial number would be shown in part, or not at all.
+ */
+QString withoutVariants(QString text)
+{
+    return text.replace(QChar(0x9C), QChar::ReplacementCharacter);
+}
+
+/**
  * A serial number may be long and has no blanks: it breaks anywhere. One from a damaged
  * block may also hold line ends, and of that no more is shown than leaves the buttons on
  * the display.
@@ -251,7 +260,7 @@ void CrashReportWidget::setDateTime(const QDateTime &dateTime)
 
 void CrashReportWidget::setClientInfo(const Tessel::SharedClientInfo *info)
 {
-    serialValue->setText(info ? Tessel::serialNumber(*info) : QString());
+    serialValue->setText(info ? withoutVariants(Tessel::serialNumber(*info)) : QString());
     typeValue->setText(info ? deviceTypeName(info->deviceType) : QString());
     versionValue->setText(info ? Tessel::toQString(info->version, false) : QString());
     tieCaptionsToValues();

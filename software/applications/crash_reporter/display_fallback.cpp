@@ -69,7 +69,7 @@ void restartWithoutDisplayOnAbort(char **argv)
     struct sigaction action = {};
     action.sa_handler = startAgain;
     // The next start would inherit a blocked signal.
-    action.sa_flags = SA_RESETHAND | SA_NODEFER;
+    action.sa_flags = static_cast<int>(SA_RESETHAND | SA_NODEFER);
     sigaction(SIGABRT, &action, nullptr);
 }
 

@@ -15,7 +15,8 @@ from pathlib import Path
 
 from seed_folder import write_seeds
 
-GZIP, TAR, ZIP, SEVEN_ZIP, THROUGH_FUNCTION = 0, 1, 2, 3, 4
+GZIP, TAR, ZIP, SEVEN_ZIP, THROUGH_FUNCTION, MEND = 0, 1, 2, 3, 4, 8
+MODE, SIZE, TYPE = 100, 124, 156
 FILE, FOLDER, LINK, PIPE, HARD_LINK = 0, 3, 5, 6, 7
 LETTERS = {"a": 0, "b": 1, ".": 2, "/": 3, " ": 4, "A": 5}
 
@@ -47,6 +48,11 @@ def sparse(size, offset):
     header[148:156] = b" " * 8
     header[148:156] = b"%06o\0 " % sum(header)
     return bytes(header) + b"data".ljust(512, b"\0") + bytes(1024)
+
+
+def with_field(tar, place, content):
+    """The first header holds `content` at `place`, and no longer the sum of its bytes."""
+    return tar[:place] + content + tar[place + len(content):]
 
 
 def packed(data):
@@ -103,6 +109,17 @@ BYTES = {
     "tar_pax_name": archive(TAR, tar(("ü" * 60, b"data"), form=tarfile.PAX_FORMAT)),
     "tar_sparse": archive(TAR, sparse(8192, 4096)),
     "tar_sparse_of_a_tebibyte": archive(TAR, sparse(1 << 32, 0)),
+    "tar_name_longer_than_any_file_system_takes": archive(TAR, tar(("n" * 300, b"data"))),
+    "tar_mended_tree": archive(TAR | MEND, TREE),
+    "tar_mended_pax_name": archive(TAR | MEND, tar(("ü" * 60, b"data"), form=tarfile.PAX_FORMAT)),
+    "tar_mended_sparse": archive(TAR | MEND, sparse(8192, 4096)),
+    "tar_size_largest": archive(TAR | MEND, with_field(tar(("a", b"data")), SIZE, b"7" * 12)),
+    "tar_size_binary": archive(TAR | MEND, with_field(tar(("a", b"data")), SIZE, b"\x80" + bytes(10) + b"\4")),
+    "tar_size_negative": archive(TAR | MEND, with_field(tar(("a", b"data")), SIZE, b"\xff" * 12)),
+    "tar_size_no_number": archive(TAR | MEND, with_field(tar(("a", b"data")), SIZE, b"12x45678 9ab")),
+    "tar_mode_largest": archive(TAR | MEND, with_field(tar(("a", b"data")), MODE, b"7" * 8)),
+    "tar_volume_header": archive(TAR | MEND, with_field(tar(("a", b"data")), TYPE, b"V")),
+    "tar_type_unknown": archive(TAR | MEND, with_field(tar(("a", b"data")), TYPE, b"Q")),
     "tar_cut_in_data": archive(TAR, tar(("a", b"data"))[:514]),
     "tar_without_end": archive(TAR, tar(("a", b"data"))[:1024]),
     "tar_empty": archive(TAR, b""),

@@ -24,6 +24,7 @@ SEEDS = {
     "serial_one_below_field": block(serial=b"S" * 63),
     "serial_markup": block(serial=b"<b>&amp;<img src=/etc/passwd>"),
     "serial_line_ends": block(serial=b"\n" * 63),
+    "serial_variants": block(serial=b"a\n\n\n\x9c"),
     "serial_lines_of_every_kind": block(serial=b"a\nb\rc\r\nd\x0be\x0cf\x85g\t\th"),
     "serial_control_characters": block(serial=bytes(range(1, 32))),
     "serial_not_ascii": block(serial=bytes(range(0x7F, 0xBE))),
@@ -38,5 +39,21 @@ SEEDS = {
     "seconds_smallest": block(seconds=-(2**31)),
     "flag_any": block(seconds=0, flag=0x80),
 }
+
+
+def dated(day, milliseconds=52205250):
+    return block() + struct.pack(">qI", day, milliseconds)
+
+
+DATES = {
+    "time": dated(2461366),
+    "time_of_the_longest_words": dated(2461307),  # Wednesday 23 September 2026
+    "time_cut": dated(2461366)[:-1],
+    "time_first_date": dated(-784350574879),
+    "time_last_date": dated(784354017364, 86399999),
+    "time_beyond_last_date": dated(784354017365),
+    "time_year_minus_1": dated(1721059),
+    "time_after_midnight_of_next_day": dated(2461366, 86400000),
+}
 write_seeds("shared_block", SEEDS)
-write_seeds("report_screen", SEEDS)
+write_seeds("report_screen", {**SEEDS, **DATES})

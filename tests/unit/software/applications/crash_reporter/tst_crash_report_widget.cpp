@@ -83,6 +83,8 @@ private slots:
     void aSerialNumberIsNoMarkup();
     void aDamagedSerialNumberLeavesTheButtonsOnTheDisplay_data();
     void aDamagedSerialNumberLeavesTheButtonsOnTheDisplay();
+    void aSerialNumberIsNoListOfVariants_data();
+    void aSerialNumberIsNoListOfVariants();
     void theCountdownIsHiddenAtZeroOnly();
     void commentsKeepTheirLineBreaks();
     void theEmailButtonIsHidden();
@@ -373,6 +375,27 @@ void CrashReportWidgetTest::aDamagedSerialNumberLeavesTheButtonsOnTheDisplay()
     screen.show();
     QVERIFY(screen.width() <= 800 && screen.height() <= 480);
     QCOMPARE(ScreenParts(screen).values.at(1)->text(), Tessel::serialNumber(info));
+}
+
+void CrashReportWidgetTest::aSerialNumberIsNoListOfVariants_data()
+{
+    QTest::addColumn<QByteArray>("serial");
+    QTest::newRow("the first one does not fit") << QByteArray("a\n\n\n\x9c");
+    QTest::newRow("the first one fits") << QByteArray("R4-000117\x9cS");
+}
+
+void CrashReportWidgetTest::aSerialNumberIsNoListOfVariants()
+{
+    QFETCH(QByteArray, serial);
+    CrashReportWidget screen;
+    const auto info = clientInfo(serial, 3, {});
+    screen.setClientInfo(&info);
+    screen.show();
+    QLabel *value = ScreenParts(screen).values.at(1);
+    QCOMPARE(value->text(), QString::fromLatin1(serial).replace(u'\x9c', u'\xfffd'));
+    const QImage shown = value->grab().toImage();
+    value->clear();
+    QVERIFY2(shown != value->grab().toImage().copy(shown.rect()), "nothing is drawn");
 }
 
 void CrashReportWidgetTest::theCountdownIsHiddenAtZeroOnly()
