@@ -15,7 +15,10 @@ namespace {
 constexpr int assertionLine = 1231;
 constexpr char assertionFile[] = "software/applications/common/file_widget";
 
-/** Rows are as wide as the list: a longer name is elided, and nothing scrolls sideways. */
+/**
+ * Rows are as wide as the list: a longer name is elided, and nothing scrolls sideways. What
+ * is being typed is not lost when size and date of a file come in late, as from a slow key.
+ */
 class RowDelegate : public QStyledItemDelegate
 {
 public:
@@ -24,6 +27,15 @@ public:
     QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override
     {
         return {1, QStyledItemDelegate::sizeHint(option, index).height()};
+    }
+
+    void setEditorData(QWidget *editor, const QModelIndex &index) const override
+    {
+        const auto *const line = qobject_cast<QLineEdit *>(editor);
+        const bool typed = line && line->isModified();
+        const bool shown = line && line->text() == index.data(Qt::EditRole).toString();
+        if (!typed && !shown) // what is shown already would lose its selection
+            QStyledItemDelegate::setEditorData(editor, index);
     }
 };
 

@@ -15,6 +15,9 @@ class TestFileListViewRename : public FileListViewFixture
 private slots:
     void aTypedNameIsToldOnceAndTheModelRenamesNothing();
     void renameWithoutAMenuEditsTheSelection();
+    void newsOfTheFileLeaveWhatIsTyped();
+    void newsOfTheFileLeaveTheSelection();
+    void aNewNameIsShownUntilSomebodyTypes();
     void afterRenameAPlainEditIsTheModels_data();
     void afterRenameAPlainEditIsTheModels();
     void aNameInAnswerToANewEntryIsTheModels();
@@ -42,6 +45,34 @@ void TestFileListViewRename::renameWithoutAMenuEditsTheSelection()
     type("new name");
     QCOMPARE(only(*renamed), model->index(1, 0));
     QCOMPARE(names(), QStringList({"alpha", "beta", "gamma"}));
+}
+
+void TestFileListViewRename::newsOfTheFileLeaveWhatIsTyped()
+{
+    chooseFor(2, "Rename");
+    editor()->selectAll();
+    QTest::keyClicks(editor(), "new");
+    emit model->dataChanged(model->index(2, 0), model->index(2, 0));
+    QCOMPARE(editor()->text(), QString("new"));
+    QTest::keyClicks(editor(), " name");
+    QTest::keyClick(editor(), Qt::Key_Return);
+    QTRY_COMPARE(renamed->count(), 1);
+    QCOMPARE(renamed->at(0).at(1).toString(), QString("new name"));
+}
+
+void TestFileListViewRename::newsOfTheFileLeaveTheSelection()
+{
+    chooseFor(2, "Rename");
+    editor()->setSelection(0, 3);
+    emit model->dataChanged(model->index(2, 0), model->index(2, 0));
+    QCOMPARE(editor()->selectedText(), QString("gam"));
+}
+
+void TestFileListViewRename::aNewNameIsShownUntilSomebodyTypes()
+{
+    chooseFor(2, "Rename");
+    model->item(2)->setText("delta");
+    QCOMPARE(editor()->text(), QString("delta"));
 }
 
 void TestFileListViewRename::afterRenameAPlainEditIsTheModels_data()
