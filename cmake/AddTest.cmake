@@ -2,10 +2,11 @@
 #             [LIBRARIES <targets...>] [LABELS <more labels...>] [TIMEOUT <seconds>]
 #             [SANDBOXED])
 #
-# One QtTest program, registered with ctest under the label of its ring. It runs
-# on the offscreen platform, at 96 dots per inch, with one font, and may take TIMEOUT seconds (60 unless given)
-# before it counts as hung. SANDBOXED runs it in the sandbox, for tests whose
-# product paths ("/user_data") or shared memory must not be the machine's own.
+# One QtTest program, registered with ctest under the label of its ring. It runs on the
+# offscreen platform, at 96 dots per inch, with one font, and may take TIMEOUT seconds (60
+# unless given) before it counts as hung. SANDBOXED runs it in the sandbox, for tests whose
+# product paths ("/user_data") or shared memory must not be the machine's own. Of its
+# sources, headers with Q_OBJECT must be listed: nothing else looks for them.
 #
 # The programs of a label are built by the target tests_<label>.
 find_package(Qt5 5.15 REQUIRED COMPONENTS Test)
