@@ -53,9 +53,9 @@ def test(names: list[str], finder: TextFinder) -> int:
             report(results[-1])
     failed = sum(1 for result in results if result.failure)
     print(f"{len(results) - failed} passed, {failed} failed", flush=True)
-    print(f"in {time.monotonic() - began:.0f} s on {MACHINES} machines; what is left of the "
-          f"failed ones is in {paths.RUNS.relative_to(paths.PROJECT)}" if failed else
-          f"in {time.monotonic() - began:.0f} s on {MACHINES} machines")
+    left = f"; what is left of the failed ones is in {paths.RUNS.relative_to(paths.PROJECT)}"
+    print(f"in {time.monotonic() - began:.0f} s on {MACHINES} machines{left if failed else ''}",
+          flush=True)
     return 1 if failed or not results else 0
 
 
